@@ -1,0 +1,5 @@
+// Precompiled header of the library's own sources.
+#pragma once
+#include <windows.h>
+#include <commctrl.h>
+#include <afx.h>

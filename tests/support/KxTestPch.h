@@ -1,0 +1,7 @@
+// Precompiled header of the test suites.
+#pragma once
+#include <windows.h>
+#include <commctrl.h>
+#include <gtest/gtest.h>
+#include <gmock/gmock.h>
+#include <afx.h>
