@@ -17,3 +17,5 @@ public:
 };
 
 [[noreturn]] KXAFX_API void AFXAPI AfxThrowInvalidArgException();
+
+#include "afxfile_.h"
