@@ -79,7 +79,7 @@ KxMsg KxMsg::Command(const char* w, int code)
 KxMsg KxMsg::Optional(const char* w, UINT msg)
 {
     KxMsg m(w, msg);
-    m.flags = KxMsg::Optional;
+    m.flags = KxMsg::MayBeMissing;
     return m;
 }
 
@@ -93,7 +93,7 @@ std::string KxMsg::ToString() const
         s << " w=" << static_cast<unsigned long long>(wParam);
     if (flags & CheckLParam)
         s << " l=" << static_cast<long long>(lParam);
-    if (flags & Optional)
+    if (flags & MayBeMissing)
         s << " (optional)";
     return s.str();
 }
@@ -188,7 +188,7 @@ testing::AssertionResult KxMsgRecorder::Matches(const std::vector<KxMsg>& expect
         if (i < expected.size() && j < m_log.size() && same(expected[i], m_log[j])) {
             ++i;
             ++j;
-        } else if (i < expected.size() && (expected[i].flags & KxMsg::Optional)) {
+        } else if (i < expected.size() && (expected[i].flags & KxMsg::MayBeMissing)) {
             ++i;
         } else {
             failAt = j;

@@ -27,7 +27,7 @@ struct KxMsg {
         CheckWParam = 1,
         CheckLParam = 2,
         CheckCode = 4,  // WM_NOTIFY: NMHDR code; WM_COMMAND: notification code
-        Optional = 8,   // expected entry that may be missing
+        MayBeMissing = 8,  // expected entry that may be absent
     };
     std::string who;
     UINT message = 0;
@@ -81,8 +81,9 @@ public:
     // Internal: called by the window and hook procedures.
     void Record(const char* who, HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam);
 
+    struct Watched;  // a subclassed window (internal)
+
 private:
-    struct Watched;
     std::vector<Watched*> m_watched;
     std::vector<KxMsg> m_log;
     std::string m_hookWho;
