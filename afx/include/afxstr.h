@@ -55,7 +55,18 @@ public:
     CString& operator+=(const CString& str);
     CString& operator+=(PCXSTR psz);
     CString& operator+=(PCYSTR psz);
-    CString& operator+=(XCHAR ch);
+    CString& operator+=(XCHAR ch)
+    {
+        // Inline when the block is private and has room; AppendChar handles the rest.
+        CStringData* d = GetData();
+        if (d->nRefs == 1 && d->nDataLength < d->nAllocLength) {
+            m_pszData[d->nDataLength] = ch;
+            m_pszData[++d->nDataLength] = 0;
+        } else {
+            AppendChar(ch);
+        }
+        return *this;
+    }
     CString& operator+=(YCHAR ch);
 
     // Length and characters.
