@@ -173,7 +173,7 @@ inline BOOL AFXAPI CompareElements(const TYPE* pElement1, const ARG_TYPE* pEleme
 
 // Hash of a map key. Text keys (LPCWSTR, LPCSTR, CString) hash their characters; a pointer or
 // pointer-sized integer hashes to its value shifted right by 4 (heap blocks are 16-byte aligned);
-// a smaller integer goes through a multiplicative (Park-Miller) mix.
+// a smaller integer hashes to its value, which spreads runs of keys evenly over a prime-sized table.
 template <class ARG_KEY>
 inline UINT AFXAPI HashKey(ARG_KEY key)
 {
@@ -193,15 +193,10 @@ inline UINT AFXAPI HashKey(ARG_KEY key)
     } else {
         static_assert(std::is_integral<K>::value || std::is_enum<K>::value,
                       "HashKey needs a specialisation for this key type");
-        if constexpr (sizeof(K) == sizeof(void*)) {
+        if constexpr (sizeof(K) == sizeof(void*))
             return static_cast<UINT>(static_cast<UINT_PTR>(key) >> 4);
-        } else {
-            // (16807 * key) mod (2^31 - 1), with the key taken as a 32-bit signed value.
-            long long r = (16807LL * static_cast<long>(key)) % 2147483647LL;
-            if (r < 0)
-                r += 2147483647LL;
-            return static_cast<UINT>(r);
-        }
+        else
+            return static_cast<UINT>(key);
     }
 }
 
