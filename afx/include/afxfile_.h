@@ -224,10 +224,6 @@ private:
 // objects use the framework's persistent formats. Reading past the stored data, an unknown
 // class or a bad reference raises CArchiveException.
 
-#ifndef VERSIONABLE_SCHEMA
-#define VERSIONABLE_SCHEMA (0x80000000)
-#endif
-
 class KXAFX_API CArchive {
 public:
     enum Mode { store = 0, load = 1, bNoFlushOnDelete = 2, bNoByteSwap = 4 };

@@ -8,6 +8,7 @@
 #include <stdlib.h>
 #include <stdint.h>
 #include <type_traits>
+#include <utility>
 
 #ifndef BEFORE_START_POSITION
 struct __POSITION {};
@@ -136,14 +137,33 @@ inline void AFXAPI CopyElements(TYPE* pDest, const TYPE* pSrc, INT_PTR nCount)
     }
 }
 
-// Stores or loads nCount elements: plain data as its bytes, other types element by element
-// through their archive operators (a type without one does not compile).
+namespace AfxCollImpl {
+// Whether "ar << x" and "ar >> x" exist for T.
+template <class T, class = void>
+struct HasArchiveOps : std::false_type {};
+template <class T>
+struct HasArchiveOps<T, std::void_t<decltype(std::declval<CArchive&>() << std::declval<const T&>()),
+                                    decltype(std::declval<CArchive&>() >> std::declval<T&>())>>
+    : std::true_type {};
+} // namespace AfxCollImpl
+
+// Stores or loads nCount elements: a type with archive operators (CString, CObject*, ...)
+// element by element through them, numbers and other plain data as their bytes (the same
+// little-endian layout). A type with neither cannot be stored: the attempt raises
+// AfxThrowNotSupportedException (specialise SerializeElements for it).
 template <class TYPE>
 void AFXAPI SerializeElements(CArchive& ar, TYPE* pElements, INT_PTR nCount)
 {
     if (nCount <= 0)
         return;
-    if constexpr (AfxCollImpl::IsRaw<TYPE>) {
+    if constexpr (AfxCollImpl::HasArchiveOps<TYPE>::value && !std::is_arithmetic<TYPE>::value) {
+        for (INT_PTR i = 0; i < nCount; ++i) {
+            if (ar.IsStoring())
+                ar << pElements[i];
+            else
+                ar >> pElements[i];
+        }
+    } else if constexpr (AfxCollImpl::IsRaw<TYPE>) {
         BYTE* p = reinterpret_cast<BYTE*>(pElements);
         size_t nBytes = AfxCollImpl::ByteCount<TYPE>(nCount);
         while (nBytes > 0) {
@@ -156,12 +176,7 @@ void AFXAPI SerializeElements(CArchive& ar, TYPE* pElements, INT_PTR nCount)
             nBytes -= nChunk;
         }
     } else {
-        for (INT_PTR i = 0; i < nCount; ++i) {
-            if (ar.IsStoring())
-                ar << pElements[i];
-            else
-                ar >> pElements[i];
-        }
+        AfxThrowNotSupportedException();
     }
 }
 
