@@ -131,7 +131,7 @@ void CWinApp::DoWaitCursor(int nCode)
 int CWinApp::DoMessageBox(LPCTSTR lpszPrompt, UINT nType, UINT)
 {
     HWND hWndTop = nullptr;
-    HWND hWnd = CWnd::GetSafeOwner(nullptr, &hWndTop)->GetSafeHwnd();
+    HWND hWnd = CWnd::SafeHwnd(CWnd::GetSafeOwner(nullptr, &hWndTop));
     // The owner itself stays enabled so that it gets the focus back afterwards.
     if (hWnd != hWndTop && hWnd != nullptr)
         ::EnableWindow(hWnd, TRUE);

@@ -86,7 +86,7 @@ BOOL CDialog::CreateDlgIndirect(LPCDLGTEMPLATE lpDialogTemplate, CWnd* pParentWn
     m_nModalResult = -1;
     m_nFlags |= WF_CONTINUEMODAL;
     AfxHookWindowCreate(this);
-    HWND hWnd = ::CreateDialogIndirectParamW(hInst, lpDialogTemplate, pParentWnd->GetSafeHwnd(), AfxDlgProc, 0);
+    HWND hWnd = ::CreateDialogIndirectParamW(hInst, lpDialogTemplate, CWnd::SafeHwnd(pParentWnd), AfxDlgProc, 0);
     if (!AfxUnhookWindowCreate())
         PostNcDestroy();
     if (hWnd != nullptr && !(m_nFlags & WF_CONTINUEMODAL)) {
@@ -113,7 +113,7 @@ BOOL CDialog::InitModalIndirect(HGLOBAL hDialogTemplate, CWnd* pParentWnd)
 
 HWND CDialog::PreModal()
 {
-    return CWnd::GetSafeOwner(m_pParentWnd, &m_hWndTop)->GetSafeHwnd();
+    return CWnd::SafeHwnd(CWnd::GetSafeOwner(m_pParentWnd, &m_hWndTop));
 }
 
 void CDialog::PostModal()

@@ -37,7 +37,7 @@ CDataExchange::CDataExchange(CWnd* pDlgWnd, BOOL bSaveAndValidate)
 
 HWND CDataExchange::PrepareCtrl(int nIDC)
 {
-    HWND hWndCtrl = ::GetDlgItem(m_pDlgWnd->GetSafeHwnd(), nIDC);
+    HWND hWndCtrl = ::GetDlgItem(CWnd::SafeHwnd(m_pDlgWnd), nIDC);
     m_idLastControl = static_cast<UINT>(nIDC);
     m_bEditLastControl = FALSE;
     if (hWndCtrl == nullptr) {
@@ -57,7 +57,7 @@ HWND CDataExchange::PrepareEditCtrl(int nIDC)
 void CDataExchange::Fail()
 {
     if (m_bSaveAndValidate && m_idLastControl != 0) {
-        HWND hWndLast = ::GetDlgItem(m_pDlgWnd->GetSafeHwnd(), static_cast<int>(m_idLastControl));
+        HWND hWndLast = ::GetDlgItem(CWnd::SafeHwnd(m_pDlgWnd), static_cast<int>(m_idLastControl));
         ::SetFocus(hWndLast);
         if (m_bEditLastControl)
             ::SendMessageW(hWndLast, EM_SETSEL, 0, -1);
@@ -206,7 +206,7 @@ void AFXAPI DDV_MaxChars(CDataExchange* pDX, const CString& value, int nChars)
         AfxMessageBox(prompt, MB_ICONEXCLAMATION);
         pDX->Fail();
     } else if (!pDX->m_bSaveAndValidate && pDX->m_idLastControl != 0 && pDX->m_bEditLastControl) {
-        HWND hWndLast = ::GetDlgItem(pDX->m_pDlgWnd->GetSafeHwnd(), static_cast<int>(pDX->m_idLastControl));
+        HWND hWndLast = ::GetDlgItem(CWnd::SafeHwnd(pDX->m_pDlgWnd), static_cast<int>(pDX->m_idLastControl));
         ::SendMessageW(hWndLast, EM_LIMITTEXT, static_cast<WPARAM>(nChars), 0);
     }
 }

@@ -34,7 +34,7 @@ CFileDialog::~CFileDialog() = default;
 INT_PTR CFileDialog::DoModal()
 {
     HWND hWndTop = nullptr;
-    m_ofn.hwndOwner = CWnd::GetSafeOwner(m_pParentWnd, &hWndTop)->GetSafeHwnd();
+    m_ofn.hwndOwner = CWnd::SafeHwnd(CWnd::GetSafeOwner(m_pParentWnd, &hWndTop));
     m_ofn.hInstance = AfxGetResourceHandle();
     const BOOL ok = m_bOpenFileDialog ? ::GetOpenFileNameW(&m_ofn) : ::GetSaveFileNameW(&m_ofn);
     if (hWndTop != nullptr)

@@ -146,7 +146,7 @@ BOOL CMenu::TrackPopupMenu(UINT nFlags, int x, int y, CWnd* pWnd, LPCRECT lpRect
     _AFX_THREAD_STATE* ts = AfxGetThreadState();
     HMENU saved = ts->m_hTrackingMenu;
     ts->m_hTrackingMenu = m_hMenu;
-    const BOOL result = ::TrackPopupMenu(m_hMenu, nFlags, x, y, 0, pWnd->GetSafeHwnd(), lpRect);
+    const BOOL result = ::TrackPopupMenu(m_hMenu, nFlags, x, y, 0, CWnd::SafeHwnd(pWnd), lpRect);
     ts->m_hTrackingMenu = saved;
     return result;
 }

@@ -81,7 +81,7 @@ BOOL InternalPreTranslateMessage(MSG* pMsg)
     if (pMsg->hwnd == nullptr)
         return FALSE;  // thread messages have no window chain
     CWnd* pMainWnd = AfxGetMainWnd();
-    if (CWnd::WalkPreTranslateTree(pMainWnd->GetSafeHwnd(), pMsg))
+    if (CWnd::WalkPreTranslateTree(CWnd::SafeHwnd(pMainWnd), pMsg))
         return TRUE;
     // A modeless window outside the main window still gets the main window's accelerators.
     if (pMainWnd != nullptr) {

@@ -112,7 +112,7 @@ BOOL CFrameWnd::Create(LPCTSTR lpszClassName, LPCTSTR lpszWindowName, DWORD dwSt
     const int cx = rect.left == CW_USEDEFAULT ? CW_USEDEFAULT : rect.right - rect.left;
     const int cy = rect.top == CW_USEDEFAULT ? CW_USEDEFAULT : rect.bottom - rect.top;
     if (!CreateEx(dwExStyle, lpszClassName, lpszWindowName, dwStyle, rect.left, rect.top, cx, cy,
-                  pParentWnd->GetSafeHwnd(), hMenu, pContext)) {
+                  CWnd::SafeHwnd(pParentWnd), hMenu, pContext)) {
         if (hMenu != nullptr && ::IsMenu(hMenu))
             ::DestroyMenu(hMenu);
         return FALSE;

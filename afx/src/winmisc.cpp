@@ -294,10 +294,10 @@ CFrameWnd* CWnd::GetTopLevelFrame() const
 
 CWnd* PASCAL CWnd::GetSafeOwner(CWnd* pParent, HWND* pWndTop)
 {
-    HWND hParent = pParent->GetSafeHwnd();
+    HWND hParent = CWnd::SafeHwnd(pParent);
     HWND hWnd = hParent;
     if (hWnd == nullptr)
-        hWnd = AfxGetMainWnd()->GetSafeHwnd();
+        hWnd = CWnd::SafeHwnd(AfxGetMainWnd());
     // A popup cannot be owned by a child window.
     while (hWnd != nullptr && (::GetWindowLongPtrW(hWnd, GWL_STYLE) & WS_CHILD))
         hWnd = ::GetParent(hWnd);
@@ -369,7 +369,7 @@ BOOL CWnd::ModifyStyleEx(DWORD dwRemove, DWORD dwAdd, UINT nFlags)
 void CWnd::CenterWindow(CWnd* pAlternateOwner)
 {
     const DWORD style = GetStyle();
-    HWND hWndCenter = pAlternateOwner->GetSafeHwnd();
+    HWND hWndCenter = CWnd::SafeHwnd(pAlternateOwner);
     if (pAlternateOwner == nullptr)
         hWndCenter = (style & WS_CHILD) ? ::GetParent(m_hWnd) : ::GetWindow(m_hWnd, GW_OWNER);
     CRect rcDlg;
@@ -385,7 +385,7 @@ void CWnd::CenterWindow(CWnd* pAlternateOwner)
         MONITORINFO mi = {};
         mi.cbSize = sizeof mi;
         if (hWndCenter == nullptr) {
-            ::GetMonitorInfoW(::MonitorFromWindow(AfxGetMainWnd()->GetSafeHwnd(), MONITOR_DEFAULTTOPRIMARY), &mi);
+            ::GetMonitorInfoW(::MonitorFromWindow(CWnd::SafeHwnd(AfxGetMainWnd()), MONITOR_DEFAULTTOPRIMARY), &mi);
             rcCenter = mi.rcWork;
             rcArea = mi.rcWork;
         } else {
