@@ -269,6 +269,12 @@ TEST(String, SearchesClampToTheString)
     EXPECT_EQ(2, s.FindOneOf(L"xyc"));
     EXPECT_EQ(-1, s.FindOneOf(L"xyz"));
     EXPECT_EQ(-1, s.FindOneOf(L""));
+    EXPECT_EQ(L'c', s[size_t{5}]);
+    EXPECT_EQ(L'c', s[5u]);
+    EXPECT_EQ(L'c', s[DWORD{5}]);
+    EXPECT_EQ(L'c', s[5LL]);
+    EXPECT_TRUE(ThrowsInvalidArg([&] { s[-1LL]; }));
+    EXPECT_TRUE(ThrowsInvalidArg([&] { s[size_t{1} << 40]; }));
     EXPECT_EQ(L'\0', s.GetAt(6));  // the terminator is readable
     EXPECT_TRUE(ThrowsInvalidArg([&] { s.GetAt(7); }));
     EXPECT_TRUE(ThrowsInvalidArg([&] { s.GetAt(-1); }));
