@@ -30,9 +30,12 @@ size_t BlockSize(int nAlloc) noexcept
 }
 
 // Capacity rounded up so that the characters and terminator fill whole 16-byte units,
-// which the heap would round to anyway: short appends then often need no new block.
+// which the heap would round to anyway, and at least 15 characters: short strings built
+// piece by piece (a + b + c, a few appends) then mostly stay in their first block.
 int RoundCapacity(int nAlloc) noexcept
 {
+    if (nAlloc < 15)
+        return 15;
     return nAlloc >= kMaxLength - 8 ? kMaxLength : ((nAlloc + 8) & ~7) - 1;
 }
 
