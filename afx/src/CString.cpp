@@ -489,24 +489,30 @@ void CString::FreeExtra()
 /////////////////////////////////////////////////////////////////////////////
 // Comparison
 
+// Comparisons answer exactly -1, 0 or 1, as the platform's string comparisons do; callers
+// (sort routines) may rely on the values.
+namespace {
+inline int Sign(int n) noexcept { return (n > 0) - (n < 0); }
+}  // namespace
+
 int CString::Compare(PCXSTR psz) const
 {
-    return std::wcscmp(m_pszData, psz ? psz : L"");
+    return Sign(std::wcscmp(m_pszData, psz ? psz : L""));
 }
 
 int CString::CompareNoCase(PCXSTR psz) const
 {
-    return _wcsicmp(m_pszData, psz ? psz : L"");
+    return Sign(_wcsicmp(m_pszData, psz ? psz : L""));
 }
 
 int CString::Collate(PCXSTR psz) const
 {
-    return std::wcscoll(m_pszData, psz ? psz : L"");
+    return Sign(std::wcscoll(m_pszData, psz ? psz : L""));
 }
 
 int CString::CollateNoCase(PCXSTR psz) const
 {
-    return _wcsicoll(m_pszData, psz ? psz : L"");
+    return Sign(_wcsicoll(m_pszData, psz ? psz : L""));
 }
 
 /////////////////////////////////////////////////////////////////////////////
