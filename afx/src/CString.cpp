@@ -30,9 +30,12 @@ size_t BlockSize(int nAlloc) noexcept
 }
 
 // Capacity rounded up so that the characters and terminator fill whole 16-byte units,
-// which the heap would round to anyway: short appends then often need no new block.
+// which the heap would round to anyway, and at least 15 characters: short strings built
+// piece by piece (a + b + c, a few appends) then mostly stay in their first block.
 int RoundCapacity(int nAlloc) noexcept
 {
+    if (nAlloc < 15)
+        return 15;
     return nAlloc >= kMaxLength - 8 ? kMaxLength : ((nAlloc + 8) & ~7) - 1;
 }
 
@@ -486,24 +489,30 @@ void CString::FreeExtra()
 /////////////////////////////////////////////////////////////////////////////
 // Comparison
 
+// Comparisons answer exactly -1, 0 or 1, as the platform's string comparisons do; callers
+// (sort routines) may rely on the values.
+namespace {
+inline int Sign(int n) noexcept { return (n > 0) - (n < 0); }
+}  // namespace
+
 int CString::Compare(PCXSTR psz) const
 {
-    return std::wcscmp(m_pszData, psz ? psz : L"");
+    return Sign(std::wcscmp(m_pszData, psz ? psz : L""));
 }
 
 int CString::CompareNoCase(PCXSTR psz) const
 {
-    return _wcsicmp(m_pszData, psz ? psz : L"");
+    return Sign(_wcsicmp(m_pszData, psz ? psz : L""));
 }
 
 int CString::Collate(PCXSTR psz) const
 {
-    return std::wcscoll(m_pszData, psz ? psz : L"");
+    return Sign(std::wcscoll(m_pszData, psz ? psz : L""));
 }
 
 int CString::CollateNoCase(PCXSTR psz) const
 {
-    return _wcsicoll(m_pszData, psz ? psz : L"");
+    return Sign(_wcsicoll(m_pszData, psz ? psz : L""));
 }
 
 /////////////////////////////////////////////////////////////////////////////
