@@ -60,6 +60,17 @@ TEST(String, FormatTakesCStringArgumentsAndLongResults)
     EXPECT_TRUE(ThrowsInvalidArg([&] { s.FormatV(nullptr, nullptr); }));
 }
 
+TEST(String, FormatMessageUsesNumberedInserts)
+{
+    CString s, name(L"grid");
+    s.FormatMessage(L"%2 has %1!d! rows, %3!s!", 12, name, L"sorted");
+    EXPECT_STREQ(L"grid has 12 rows, sorted", s);
+    s.FormatMessage(L"%1%1", s);
+    EXPECT_STREQ(L"grid has 12 rows, sortedgrid has 12 rows, sorted", s);
+    s.FormatMessage(L"");
+    EXPECT_TRUE(s.IsEmpty());
+}
+
 TEST(String, ConstructsFromNarrowTextCharactersAndCounts)
 {
     EXPECT_STREQ(L"plain", CString("plain"));
