@@ -198,6 +198,8 @@ TEST(Archive, StoredLayoutOfStringsAndCounts)
     auto str = [](const CString& s) { return Store([&](CArchive& ar) { ar << s; }); };
     EXPECT_EQ(B({0xFF, 0xFE, 0xFF, 0x00}), str(L""));
     EXPECT_EQ(B({0xFF, 0xFE, 0xFF, 0x02, 'a', 0, 'b', 0}), str(L"ab"));
+    // A literal is stored as text, not as a pointer converted to bool.
+    EXPECT_EQ(str(L"ab"), Store([](CArchive& ar) { ar << L"ab"; }));
     EXPECT_EQ(B({0xFF, 0xFE, 0xFF, 0xFE}), Head(str(CString(L'z', 254)), 4));
     EXPECT_EQ(B({0xFF, 0xFE, 0xFF, 0xFF, 0xFF, 0x00}), Head(str(CString(L'z', 255)), 6));
     EXPECT_EQ(B({0xFF, 0xFE, 0xFF, 0xFF, 0xFD, 0xFF}), Head(str(CString(L'z', 0xFFFD)), 6));
