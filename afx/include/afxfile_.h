@@ -8,9 +8,16 @@ class CDocument;
 class CPtrArray;
 class CMapPtrToPtr;
 
+// winbase.h maps GetCurrentTime() to GetTickCount(); CTime has a member of that name.
+#ifdef GetCurrentTime
+#undef GetCurrentTime
+#endif
+
 // A point in time, held as seconds since 1970-01-01 UTC (as file status reports it).
 class KXAFX_API CTime {
 public:
+    static CTime WINAPI GetCurrentTime();
+
     CTime() = default;
     CTime(__time64_t time) : m_time(time) {}
     // Local date and time; nDST < 0 lets the C run-time decide whether daylight time applies.

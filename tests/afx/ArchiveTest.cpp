@@ -586,3 +586,34 @@ TEST(Archive, OnAFileOnDisk)
     EXPECT_EQ(KxArchiveCause(CArchiveException::endOfFile), cause);
     EXPECT_EQ(path, name);
 }
+
+TEST(Archive, LongLinesAcrossTheReadChunks)
+{
+    // Lines at, around and far beyond the 128-character steps ReadString reads in.
+    std::vector<CString> written = {CString(L'a', 127), CString(L'b', 128), CString(L'c', 129),
+                                    CString(L'd', 300), L"", CString(L'e', 256)};
+    std::vector<BYTE> bytes = Store([&](CArchive& ar) {
+        for (size_t i = 0; i < written.size(); ++i) {
+            ar.WriteString(written[i]);
+            ar.WriteString(i % 2 ? L"\r\n" : L"\n");
+        }
+    });
+    std::vector<CString> read;
+    Load(bytes, [&](CArchive& ar) {
+        CString line;
+        while (ar.ReadString(line))
+            read.push_back(line);
+    }, 128);
+    EXPECT_EQ(written, read);
+
+    // The buffer form stops at nMax characters and leaves the rest for the next call.
+    Load(bytes, [&](CArchive& ar) {
+        wchar_t buf[101];
+        ASSERT_NE(nullptr, ar.ReadString(buf, 100));
+        EXPECT_EQ(100, lstrlenW(buf));
+        ASSERT_NE(nullptr, ar.ReadString(buf, 100));
+        EXPECT_EQ(27, lstrlenW(buf));
+        ASSERT_NE(nullptr, ar.ReadString(buf, 100));
+        EXPECT_EQ(CString(L'b', 100), CString(buf));
+    });
+}
