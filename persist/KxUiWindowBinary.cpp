@@ -285,21 +285,25 @@ bool KxUiWindowStateBinary::setFromStream(CWnd* pWnd, CMemFile& stream)
     if (!pChild)
         return false;
     HWND hChild = pChild->GetSafeHwnd();
+    // Values no control of the kind can have come from damaged data and are not applied: a control
+    // would clear its selection for an index it does not have.
     int nValue;
     if (isButton(pWnd)) {
-        if (readInt(stream, nValue))
+        if (readInt(stream, nValue) && nValue >= BST_UNCHECKED && nValue <= BST_INDETERMINATE)
             ::SendMessageW(hChild, BM_SETCHECK, (WPARAM)nValue, 0);
     } else if (isCombo(pWnd) && isDropDownList(hChild)) {
         // No selection stored: the first entry is chosen.
-        if (readInt(stream, nValue))
-            ::SendMessageW(hChild, CB_SETCURSEL, (WPARAM)(nValue == -1 ? 0 : nValue), 0);
+        if (readInt(stream, nValue) && (nValue == -1 ? (nValue = 0, true) : nValue >= 0) &&
+            nValue < (int)::SendMessageW(hChild, CB_GETCOUNT, 0, 0))
+            ::SendMessageW(hChild, CB_SETCURSEL, (WPARAM)nValue, 0);
     } else if (isCombo(pWnd)) {
         readText(stream, ::GetWindow(hChild, GW_CHILD));
     } else if (isEdit(pWnd)) {
         readText(stream, hChild);
     } else if (isTabCtrl(pWnd)) {
-        if (readInt(stream, nValue))
-            ::SendMessageW(hChild, TCM_SETCURSEL, (WPARAM)(nValue == -1 ? 0 : nValue), 0);
+        if (readInt(stream, nValue) && (nValue == -1 ? (nValue = 0, true) : nValue >= 0) &&
+            nValue < (int)::SendMessageW(hChild, TCM_GETITEMCOUNT, 0, 0))
+            ::SendMessageW(hChild, TCM_SETCURSEL, (WPARAM)nValue, 0);
     } else {
         return false;
     }
