@@ -418,16 +418,27 @@ TEST_F(Persist, FuzzedValuesNeverCrashOrReadPastTheData)
         Bytes bytes(random() % 24);
         for (BYTE& b : bytes)
             b = (BYTE)random();
-        if (target.bText && bytes.size() >= 4 && nRound % 3 == 0) {   // often a plausible length
-            int nLength = (int)(random() % 12) - 2;
-            memcpy(bytes.data(), &nLength, 4);
+        if (bytes.size() >= 4 && nRound % 3 == 0) {   // often a plausible length or index
+            int nValue = (int)(random() % 12) - 2;
+            memcpy(bytes.data(), &nValue, 4);
         }
         HWND hText = target.nId == idCombo ? ::GetWindow(dlg.item(idCombo), GW_CHILD) : dlg.item(target.nId);
         ::SetWindowTextW(hText, L"before");
+        const bool bTab = target.nId == idTab, bList = target.nId == idList || target.nId == idNoSel;
+        if (bTab || bList)
+            ::SendMessageW(dlg.item(target.nId), bTab ? TCM_SETCURSEL : CB_SETCURSEL, 1, 0);
 
         KxUiWindowStateBinary record(target.nId);
         storeValue(record.getSectionName(&dlg), L"WNDSTATE", bytes);
         EXPECT_TRUE(record.loadData(&dlg));
+        if (bTab || bList) {   // an index of the three entries, or none meaning the first, or nothing
+            int nIndex = 1;
+            if (bytes.size() >= 4)
+                memcpy(&nIndex, bytes.data(), 4);
+            int nExpected = nIndex == -1 ? 0 : (nIndex >= 0 && nIndex < 3) ? nIndex : 1;
+            EXPECT_EQ(nExpected, ::SendMessageW(dlg.item(target.nId), bTab ? TCM_GETCURSEL : CB_GETCURSEL, 0, 0))
+                << "round " << nRound;
+        }
         if (!target.bText)
             continue;
         int nLength = 0;
