@@ -523,3 +523,64 @@ TEST(Archive, CollectionsRoundTrip)
     EXPECT_EQ(CString(L"alpha"), s3->GetAt(0));
     delete s3;
 }
+
+TEST(Archive, OnAFileOnDisk)
+{
+    KxTempDir dir;
+    CString path = dir.Path(L"doc.bin");
+    CStringArray lines;
+    for (int i = 0; i < 5000; ++i) {
+        CString s;
+        s.Format(L"line %d", i);
+        lines.Add(s);
+    }
+    KxShape shape(9, L"nine");
+    {
+        CFile f(path, CFile::modeCreate | CFile::modeWrite | CFile::shareExclusive);
+        CArchive ar(&f, CArchive::store);
+        EXPECT_EQ(path, ar.m_strFileName);
+        lines.Serialize(ar);
+        ar << &shape << 1234567890123LL;
+    }
+
+    CStringArray back;
+    CObject* p = nullptr;
+    LONGLONG tail = 0;
+    {
+        CFile f(path, CFile::modeRead);
+        CArchive ar(&f, CArchive::load);
+        back.Serialize(ar);
+        ar >> p >> tail;
+        ar.Close();
+        EXPECT_EQ(f.GetLength(), f.GetPosition()); // everything consumed, nothing more
+    }
+    ASSERT_EQ(5000, back.GetSize());
+    EXPECT_EQ(CString(L"line 4999"), back[4999]);
+    EXPECT_EQ(1234567890123LL, tail);
+    auto* s = DYNAMIC_DOWNCAST(KxShape, p);
+    ASSERT_NE(nullptr, s);
+    EXPECT_EQ(CString(L"nine"), s->m_name);
+    delete s;
+
+    // The same file cut short: the error names the file.
+    {
+        CFile f(path, CFile::modeReadWrite);
+        f.SetLength(f.GetLength() - 3);
+    }
+    CFile f(path, CFile::modeRead);
+    CArchive ar(&f, CArchive::load);
+    std::string cause;
+    CString name;
+    p = nullptr;
+    try {
+        back.Serialize(ar);
+        ar >> p >> tail;
+    } catch (CArchiveException* e) {
+        cause = KxArchiveCause(e->m_cause);
+        name = e->m_strFileName;
+        e->Delete();
+    }
+    delete p;
+    EXPECT_EQ(KxArchiveCause(CArchiveException::endOfFile), cause);
+    EXPECT_EQ(path, name);
+}

@@ -83,9 +83,14 @@ TEST(String, ComparisonsWorkWithEitherOperandOrder)
     EXPECT_TRUE(a == L"apple" && L"apple" == a && a != L"apples" && L"Apple" != a);
     EXPECT_TRUE(b < a && a > b && b <= a && a >= b);  // ordinal: 'B' < 'a'
     EXPECT_TRUE(L"b" > a && a < L"b" && L"apple" <= a && L"apple" >= a);
+    // Exactly -1, 0 or 1, however far apart the characters are.
     EXPECT_EQ(0, a.CompareNoCase(L"APPLE"));
-    EXPECT_GT(b.CompareNoCase(a), 0);  // ignoring case: "banana" > "apple"
-    EXPECT_LT(a.Compare(L"apples"), 0);
+    EXPECT_EQ(1, b.CompareNoCase(a));  // ignoring case: "banana" > "apple"
+    EXPECT_EQ(-1, a.Compare(L"apples"));
+    EXPECT_EQ(-1, b.Compare(a));
+    EXPECT_EQ(1, CString(L"\u4e00").Compare(L"a"));
+    EXPECT_EQ(-1, CString(L"a").Collate(L"b"));
+    EXPECT_EQ(1, CString(L"B").CollateNoCase(L"a"));
     EXPECT_TRUE(CString(L'x') == L'x' && L'x' == CString(L'x') && CString(L"xx") != L'x');
     EXPECT_EQ(0, CString().Compare(nullptr));
     // Strings that differ only after an embedded zero are different strings.
@@ -269,6 +274,12 @@ TEST(String, SearchesClampToTheString)
     EXPECT_EQ(2, s.FindOneOf(L"xyc"));
     EXPECT_EQ(-1, s.FindOneOf(L"xyz"));
     EXPECT_EQ(-1, s.FindOneOf(L""));
+    EXPECT_EQ(L'c', s[size_t{5}]);
+    EXPECT_EQ(L'c', s[5u]);
+    EXPECT_EQ(L'c', s[DWORD{5}]);
+    EXPECT_EQ(L'c', s[5LL]);
+    EXPECT_TRUE(ThrowsInvalidArg([&] { s[-1LL]; }));
+    EXPECT_TRUE(ThrowsInvalidArg([&] { s[size_t{1} << 40]; }));
     EXPECT_EQ(L'\0', s.GetAt(6));  // the terminator is readable
     EXPECT_TRUE(ThrowsInvalidArg([&] { s.GetAt(7); }));
     EXPECT_TRUE(ThrowsInvalidArg([&] { s.GetAt(-1); }));
