@@ -8,9 +8,16 @@ class CDocument;
 class CPtrArray;
 class CMapPtrToPtr;
 
+// winbase.h maps GetCurrentTime() to GetTickCount(); CTime has a member of that name.
+#ifdef GetCurrentTime
+#undef GetCurrentTime
+#endif
+
 // A point in time, held as seconds since 1970-01-01 UTC (as file status reports it).
 class KXAFX_API CTime {
 public:
+    static CTime WINAPI GetCurrentTime();
+
     CTime() = default;
     CTime(__time64_t time) : m_time(time) {}
     // Local date and time; nDST < 0 lets the C run-time decide whether daylight time applies.
@@ -154,6 +161,8 @@ public:
     // Hands the block to the caller (free it with free) and leaves an empty file behind.
     BYTE* Detach();
 
+    // Size and position of the memory file; no name, times or attributes.
+    BOOL GetStatus(CFileStatus& rStatus) const;
     ULONGLONG GetPosition() const override;
     ULONGLONG Seek(LONGLONG lOff, UINT nFrom) override;
     void SetLength(ULONGLONG dwNewLen) override;
@@ -381,7 +390,10 @@ private:
 // Strings: a length prefix (0xFF 0xFFFE marks UTF-16 text; 0xFF 0xFFFF and 0xFFFFFFFF escalate
 // the length to 32 and 64 bits), then the characters. Narrow text loads through the ANSI code page.
 KXAFX_API CArchive& AFXAPI operator<<(CArchive& ar, const CString& str);
+KXAFX_API CArchive& AFXAPI operator<<(CArchive& ar, LPCWSTR lpsz); // stored as a CString
 KXAFX_API CArchive& AFXAPI operator>>(CArchive& ar, CString& str);
+// Any other pointer has no persistent form; without this it would be stored as a bool.
+CArchive& operator<<(CArchive& ar, const void* p) = delete;
 KXAFX_API CArchive& AFXAPI operator<<(CArchive& ar, const CObject* pOb);
 KXAFX_API CArchive& AFXAPI operator>>(CArchive& ar, CObject*& pOb);
 KXAFX_API CArchive& AFXAPI operator>>(CArchive& ar, const CObject*& pOb);

@@ -123,6 +123,14 @@ public:
     {
         AppendFormatUnchecked(pszFormat, FormatArg(args)...);
     }
+    // Message-style formatting (%1, %2!d!, ... inserts), as the platform's FormatMessage.
+    template <class... Args>
+    void FormatMessage(PCXSTR pszFormat, const Args&... args)
+    {
+        FormatMessageUnchecked(pszFormat, FormatArg(args)...);
+    }
+    void FormatMessageV(PCXSTR pszFormat, va_list* pArgList);
+    void AFX_CDECL FormatMessageUnchecked(PCXSTR pszFormat, ...);
     void FormatV(PCXSTR pszFormat, va_list args);
     void AppendFormatV(PCXSTR pszFormat, va_list args);
     // The C-style variadic forms behind Format and AppendFormat.
@@ -181,6 +189,7 @@ public:
 
     // Resources and OLE.
     BOOL LoadString(HINSTANCE hInstance, UINT nID);
+    BOOL LoadString(UINT nID);  // from the current resource handle (AfxGetResourceHandle)
     BSTR AllocSysString() const;
     BSTR SetSysString(BSTR* pbstr) const;
 

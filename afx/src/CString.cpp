@@ -603,6 +603,41 @@ void AFX_CDECL CString::AppendFormatUnchecked(PCXSTR pszFormat, ...)
     va_end(args);
 }
 
+void CString::FormatMessageV(PCXSTR pszFormat, va_list* pArgList)
+{
+    if (!pszFormat)
+        AfxThrowInvalidArgException();
+    LPWSTR text = nullptr;
+    DWORD n = ::FormatMessageW(FORMAT_MESSAGE_FROM_STRING | FORMAT_MESSAGE_ALLOCATE_BUFFER, pszFormat, 0, 0,
+                               reinterpret_cast<LPWSTR>(&text), 0, pArgList);
+    if (n == 0) {
+        if (text)
+            LocalFree(text);
+        if (*pszFormat)
+            AfxThrowInvalidArgException();  // malformed insert
+        Empty();
+        return;
+    }
+    struct Free {
+        LPWSTR p;
+        ~Free() { LocalFree(p); }
+    } guard{text};
+    SetString(text, static_cast<int>(n));
+}
+
+void AFX_CDECL CString::FormatMessageUnchecked(PCXSTR pszFormat, ...)
+{
+    va_list args;
+    va_start(args, pszFormat);
+    try {
+        FormatMessageV(pszFormat, &args);
+    } catch (...) {
+        va_end(args);
+        throw;
+    }
+    va_end(args);
+}
+
 /////////////////////////////////////////////////////////////////////////////
 // Searching and extraction
 

@@ -376,6 +376,16 @@ CArchive& AFXAPI operator<<(CArchive& ar, const CString& str)
     return ar;
 }
 
+CArchive& AFXAPI operator<<(CArchive& ar, LPCWSTR lpsz)
+{
+    if (lpsz == nullptr)
+        AfxThrowInvalidArgException();
+    UINT nLength = static_cast<UINT>(lstrlenW(lpsz));
+    WriteStringLength(ar, nLength);
+    ar.Write(lpsz, nLength * static_cast<UINT>(sizeof(wchar_t)));
+    return ar;
+}
+
 CArchive& AFXAPI operator>>(CArchive& ar, CString& str)
 {
     int nCharSize;

@@ -17,6 +17,11 @@ bool LocalTm(__time64_t t, struct tm& out)
 
 } // namespace
 
+CTime WINAPI CTime::GetCurrentTime()
+{
+    return CTime(_time64(nullptr));
+}
+
 CTime::CTime(int nYear, int nMonth, int nDay, int nHour, int nMin, int nSec, int nDST)
 {
     struct tm t = {};

@@ -148,6 +148,13 @@ ULONGLONG CMemFile::Seek(LONGLONG lOff, UINT nFrom)
     return m_nPosition;
 }
 
+BOOL CMemFile::GetStatus(CFileStatus& rStatus) const
+{
+    rStatus = CFileStatus{};
+    rStatus.m_size = m_nFileSize;
+    return TRUE;
+}
+
 ULONGLONG CMemFile::GetPosition() const
 {
     return m_nPosition;

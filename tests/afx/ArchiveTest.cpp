@@ -198,6 +198,8 @@ TEST(Archive, StoredLayoutOfStringsAndCounts)
     auto str = [](const CString& s) { return Store([&](CArchive& ar) { ar << s; }); };
     EXPECT_EQ(B({0xFF, 0xFE, 0xFF, 0x00}), str(L""));
     EXPECT_EQ(B({0xFF, 0xFE, 0xFF, 0x02, 'a', 0, 'b', 0}), str(L"ab"));
+    // A literal is stored as text, not as a pointer converted to bool.
+    EXPECT_EQ(str(L"ab"), Store([](CArchive& ar) { ar << L"ab"; }));
     EXPECT_EQ(B({0xFF, 0xFE, 0xFF, 0xFE}), Head(str(CString(L'z', 254)), 4));
     EXPECT_EQ(B({0xFF, 0xFE, 0xFF, 0xFF, 0xFF, 0x00}), Head(str(CString(L'z', 255)), 6));
     EXPECT_EQ(B({0xFF, 0xFE, 0xFF, 0xFF, 0xFD, 0xFF}), Head(str(CString(L'z', 0xFFFD)), 6));
@@ -583,4 +585,35 @@ TEST(Archive, OnAFileOnDisk)
     delete p;
     EXPECT_EQ(KxArchiveCause(CArchiveException::endOfFile), cause);
     EXPECT_EQ(path, name);
+}
+
+TEST(Archive, LongLinesAcrossTheReadChunks)
+{
+    // Lines at, around and far beyond the 128-character steps ReadString reads in.
+    std::vector<CString> written = {CString(L'a', 127), CString(L'b', 128), CString(L'c', 129),
+                                    CString(L'd', 300), L"", CString(L'e', 256)};
+    std::vector<BYTE> bytes = Store([&](CArchive& ar) {
+        for (size_t i = 0; i < written.size(); ++i) {
+            ar.WriteString(written[i]);
+            ar.WriteString(i % 2 ? L"\r\n" : L"\n");
+        }
+    });
+    std::vector<CString> read;
+    Load(bytes, [&](CArchive& ar) {
+        CString line;
+        while (ar.ReadString(line))
+            read.push_back(line);
+    }, 128);
+    EXPECT_EQ(written, read);
+
+    // The buffer form stops at nMax characters and leaves the rest for the next call.
+    Load(bytes, [&](CArchive& ar) {
+        wchar_t buf[101];
+        ASSERT_NE(nullptr, ar.ReadString(buf, 100));
+        EXPECT_EQ(100, lstrlenW(buf));
+        ASSERT_NE(nullptr, ar.ReadString(buf, 100));
+        EXPECT_EQ(27, lstrlenW(buf));
+        ASSERT_NE(nullptr, ar.ReadString(buf, 100));
+        EXPECT_EQ(CString(L'b', 100), CString(buf));
+    });
 }

@@ -60,6 +60,17 @@ TEST(String, FormatTakesCStringArgumentsAndLongResults)
     EXPECT_TRUE(ThrowsInvalidArg([&] { s.FormatV(nullptr, nullptr); }));
 }
 
+TEST(String, FormatMessageUsesNumberedInserts)
+{
+    CString s, name(L"grid");
+    s.FormatMessage(L"%2 has %1!d! rows, %3!s!", 12, name, L"sorted");
+    EXPECT_STREQ(L"grid has 12 rows, sorted", s);
+    s.FormatMessage(L"%1%1", s);
+    EXPECT_STREQ(L"grid has 12 rows, sortedgrid has 12 rows, sorted", s);
+    s.FormatMessage(L"");
+    EXPECT_TRUE(s.IsEmpty());
+}
+
 TEST(String, ConstructsFromNarrowTextCharactersAndCounts)
 {
     EXPECT_STREQ(L"plain", CString("plain"));
@@ -401,4 +412,41 @@ TEST(String, LoadsStringResourcesAndMakesBstrs)
     CString(L"replaced").SetSysString(&b);
     EXPECT_STREQ(L"replaced", b);
     SysFreeString(b);
+}
+
+TEST(String, SharedBlocksSurviveCopiesOnManyThreads)
+{
+    CString shared(L"shared between threads");
+    struct Work {
+        const CString* src;
+        int mismatches;
+    };
+    auto worker = [](LPVOID p) -> DWORD {
+        auto* w = static_cast<Work*>(p);
+        for (int i = 0; i < 20000; ++i) {
+            CString a = *w->src;  // count up and down concurrently
+            CString b = a;
+            b += L'!';  // a private copy; the shared block must stay as it is
+            if (a != *w->src || b.GetLength() != w->src->GetLength() + 1)
+                ++w->mismatches;
+        }
+        return 0;
+    };
+    Work work[4];
+    HANDLE threads[4];
+    for (int i = 0; i < 4; ++i) {
+        work[i] = {&shared, 0};
+        threads[i] = CreateThread(nullptr, 0, worker, &work[i], 0, nullptr);
+        ASSERT_NE(nullptr, threads[i]);
+    }
+    WaitForMultipleObjects(4, threads, TRUE, INFINITE);
+    for (int i = 0; i < 4; ++i) {
+        CloseHandle(threads[i]);
+        EXPECT_EQ(0, work[i].mismatches);
+    }
+    // Only the original holds the block now: a write changes it in place.
+    LPCWSTR block = shared.GetString();
+    shared.SetAt(0, L'S');
+    EXPECT_EQ(block, shared.GetString());
+    EXPECT_STREQ(L"Shared between threads", shared);
 }
