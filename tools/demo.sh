@@ -1,6 +1,6 @@
 #!/bin/bash
-# Runs the demonstration: the gallery when it is built, else the hello program.
-# Headless (no DISPLAY), pictures are written to out/gallery/ and their names printed.
+# Runs the gallery. Headless (no DISPLAY), it writes one picture per page to
+# out/gallery/ and prints their names; with a display, it opens the window.
 set -eu
 build="${1:-build}"
 root="$(cd "$(dirname "$0")/.." && pwd)"
@@ -11,14 +11,16 @@ run() { "$root/cmake/wine-run.sh" "$@"; }
 winpath() { echo "Z:${1//\//\\}"; }
 
 status=0
-if [ -f "$root/$build/bin/KxUiGallery.exe" ]; then
-    if [ -n "${DISPLAY:-}" ]; then
-        run "$root/$build/bin/KxUiGallery.exe" || status=$?
-    else
-        run "$root/$build/bin/KxUiGallery.exe" --snapshot "$(winpath "$out")" || status=$?
-    fi
-else
-    run "$root/$build/bin/KxUiHello.exe" "$(winpath "$out")" || status=$?
+gallery="$root/$build/bin/KxUiGallery.exe"
+if [ -n "${DISPLAY:-}" ]; then
+    # A real window needs Wine's X11 driver: use a prefix of its own, not the null-driver one.
+    export KXUI_WINEPREFIX="$root/$build/wineprefix-x11"
+    [ -d "$KXUI_WINEPREFIX" ] || WINEPREFIX="$KXUI_WINEPREFIX" WINEDEBUG=-all wineboot -i >/dev/null 2>&1
+    WINEPREFIX="$KXUI_WINEPREFIX" WINEDEBUG=-all wine "$gallery" || status=$?
+    WINEPREFIX="$KXUI_WINEPREFIX" wineserver -k 2>/dev/null || true
+    exit $status
 fi
+rm -f "$out"/*.png
+run "$gallery" --snapshot "$(winpath "$out")" || status=$?
 "$root/cmake/wine-run.sh" --stop
 exit $status
