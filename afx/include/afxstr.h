@@ -189,6 +189,7 @@ public:
 
     // Resources and OLE.
     BOOL LoadString(HINSTANCE hInstance, UINT nID);
+    BOOL LoadString(UINT nID);  // from the current resource handle (AfxGetResourceHandle)
     BSTR AllocSysString() const;
     BSTR SetSysString(BSTR* pbstr) const;
 
