@@ -1,4 +1,5 @@
 #include "KxUiHTMLViewerCtrl.h"
+#include <afxdisp.h>
 #include <exdisp.h>
 
 namespace {
