@@ -145,9 +145,13 @@ BOOL CWinApp::WriteProfileString(LPCTSTR lpszSection, LPCTSTR lpszEntry, LPCTSTR
         HKEY app = GetAppRegistryKey();
         if (app == nullptr)
             return FALSE;
+        // The section's values and nested keys, then the key if it is still there.
         r = ::RegDeleteTreeW(app, lpszSection);
-        if (r == ERROR_SUCCESS)
-            r = ::RegDeleteKeyW(app, lpszSection);
+        if (r == ERROR_SUCCESS) {
+            const LONG r2 = ::RegDeleteKeyW(app, lpszSection);
+            if (r2 != ERROR_FILE_NOT_FOUND)
+                r = r2;
+        }
         ::RegCloseKey(app);
         return r == ERROR_SUCCESS;
     }
