@@ -551,13 +551,13 @@ LRESULT KxUiOXEdit::OnSetText(LPCTSTR lpszText)
     return TRUE;
 }
 
-LRESULT KxUiOXEdit::OnClipboard(UINT message)
+LRESULT KxUiOXEdit::OnClipboard(UINT message, WPARAM wParam, LPARAM lParam)
 {
-    if (message != WM_COPY && (styleOf(m_hWnd) & ES_READONLY))
-        return CEdit::WindowProc(message, 0, 0);
+    if (message != EM_REPLACESEL && (styleOf(m_hWnd) & ES_READONLY))
+        return CEdit::WindowProc(message, wParam, lParam);
     int nStart, nEnd;
     GetSelection(nStart, nEnd);
-    LRESULT lResult = CEdit::WindowProc(message, 0, 0);
+    LRESULT lResult = CEdit::WindowProc(message, wParam, lParam);
     switch (message) {
     case WM_CUT: {
         int s = nStart, e = nEnd;
@@ -579,7 +579,9 @@ LRESULT KxUiOXEdit::OnClipboard(UINT message)
             Update(bDeleted ? s : nStart);
         break;
     }
-    case WM_PASTE: {
+    case WM_PASTE:
+    case EM_REPLACESEL: {
+        // A text put in by the application replaces the selection as a paste would.
         CString sText;
         int nLength = ::GetWindowTextLengthW(m_hWnd);
         ::GetWindowTextW(m_hWnd, sText.GetBuffer(nLength + 1), nLength + 1);
@@ -612,7 +614,8 @@ LRESULT KxUiOXEdit::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_CUT:
     case WM_CLEAR:
     case WM_PASTE:
-        return OnClipboard(message);
+    case EM_REPLACESEL:
+        return OnClipboard(message, wParam, lParam);
     case WM_UNDO:
     case EM_UNDO:
         // The native undo would restore a text the input data knows nothing of.

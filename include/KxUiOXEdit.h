@@ -116,7 +116,7 @@ private:
     LRESULT OnChar(WPARAM nChar, LPARAM lParam);
     LRESULT OnKeyDown(WPARAM nKey, LPARAM lParam);
     LRESULT OnSetText(LPCTSTR lpszText);
-    LRESULT OnClipboard(UINT message);
+    LRESULT OnClipboard(UINT message, WPARAM wParam, LPARAM lParam);
     void NotifyParent(UINT nCode);
     int DeleteMoving(int nStart, int nEnd, int nStep, int nLimit);
     void AttachToolTip();

@@ -104,8 +104,14 @@ std::string Narrow(const std::wstring& w)
 
 class Fuzzer {
 public:
+    // A numeric or currency edit (with its currency name).
     Fuzzer(KxUiOXNumericEdit& e, int& refusals, std::wstring currency, unsigned seed)
-        : edit_(e), refusals_(refusals), currency_(std::move(currency)), rng_(seed)
+        : edit_(e), numeric_(&e), refusals_(refusals), currency_(std::move(currency)), rng_(seed)
+    {
+    }
+    // A plain masked edit.
+    Fuzzer(KxUiOXEdit& e, int& refusals, unsigned seed)
+        : edit_(e), refusals_(refusals), left_(e.GetLeftLiterals()), right_(e.GetRightLiterals()), rng_(seed)
     {
     }
 
@@ -177,7 +183,11 @@ public:
             return msg == WM_CUT ? L"cut" : L"clear";
         }
         double v = (Pick(2) ? -1 : 1) * std::ldexp(static_cast<double>(Pick(1 << 30)), -Pick(40));
-        edit_.SetValue(v);
+        if (numeric_ == nullptr) {
+            edit_.EmptyData(TRUE);
+            return L"empty";
+        }
+        numeric_->SetValue(v);
         return L"setvalue " + std::to_wstring(v);
     }
 
@@ -185,39 +195,25 @@ public:
     void Run(int sequences, int steps)
     {
         for (int seq = 0; seq < sequences; ++seq) {
-            edit_.SetValue(0);
+            if (numeric_)
+                numeric_->SetValue(0);
+            else
+                edit_.EmptyData(TRUE);
             std::wostringstream log;
             for (int i = 0; i < steps; ++i) {
                 HWND h = edit_.m_hWnd;
                 std::wstring before = WindowText(h);
-                double valueBefore = edit_.GetValue();
+                double valueBefore = Value();
                 auto sel = Selection(h);
                 int refused = refusals_;
                 std::wstring did = Step();
                 log << L"  " << did << L" -> '" << WindowText(h) << L"'\n";
                 std::wstring text = WindowText(h);
-                std::wstring number;
-                std::string why = Check(ShapeOf(edit_, currency_), text, number);
+                std::string why = numeric_ ? CheckNumber(text) : CheckMasked(text);
                 if (why.empty() && text != std::wstring(edit_.GetFormattedText()))
                     why = "window text differs from the control's formatted text";
-                if (why.empty()) {
-                    std::wstring input(edit_.GetInputData());
-                    std::wstring expect = number;
-                    for (wchar_t& c : expect)
-                        if (c == L'.')
-                            c = edit_.GetDecimalSeparator();
-                    if (input != expect)
-                        why = "input data does not match the text";
-                }
-                if (why.empty()) {
-                    double value = wcstod(number.c_str(), nullptr);
-                    if (edit_.IsNegative())
-                        value = -value;
-                    if (!(value == edit_.GetValue()))
-                        why = "value does not match the text";
-                }
                 if (why.empty() && refusals_ != refused && sel.first == sel.second &&
-                    (text != before || edit_.GetValue() != valueBefore))
+                    (text != before || Value() != valueBefore))
                     why = "a refused keystroke changed the control";
                 if (!why.empty()) {
                     ADD_FAILURE() << why << " in sequence " << seq << " step " << i << ": '"
@@ -229,11 +225,58 @@ public:
     }
 
 private:
-    KxUiOXNumericEdit& edit_;
+    double Value() const
+    {
+        return numeric_ ? numeric_->GetValue() : 0.0;
+    }
+
+    // Literals around the input, which holds no control characters on one line.
+    std::string CheckMasked(const std::wstring& text)
+    {
+        if (text != left_ + std::wstring(edit_.GetInputData()) + right_)
+            return "text is not the mask's literals around the input";
+        for (wchar_t c : std::wstring(edit_.GetInputData()))
+            if (c < 0x20)
+                return "control character in the input";
+        return "";
+    }
+
+    std::string CheckNumber(const std::wstring& text)
+    {
+        std::wstring number;
+        std::string why = Check(ShapeOf(*numeric_, currency_), text, number);
+        if (!why.empty())
+            return why;
+        std::wstring expect = number;
+        for (wchar_t& c : expect)
+            if (c == L'.')
+                c = numeric_->GetDecimalSeparator();
+        if (std::wstring(numeric_->GetInputData()) != expect)
+            return "input data does not match the text";
+        double value = wcstod(number.c_str(), nullptr);
+        if (numeric_->IsNegative())
+            value = -value;
+        if (!(value == numeric_->GetValue()))
+            return "value does not match the text";
+        return "";
+    }
+
+    KxUiOXEdit& edit_;
+    KxUiOXNumericEdit* numeric_ = nullptr;
     int& refusals_;
     std::wstring currency_;
+    std::wstring left_, right_;
     std::mt19937 rng_;
 };
+
+TEST(OXEditProperty, MaskedEditKeepsItsLiteralsAroundTheInput)
+{
+    EditHost host;
+    Counting<KxUiOXEdit> edit;
+    ASSERT_TRUE(CreateEdit(edit, host));
+    ASSERT_TRUE(edit.SetMask(L"Tel. (#) ##"));
+    Fuzzer(edit, edit.refusals, 4242).Run(400, 25);
+}
 
 TEST(OXEditProperty, NumericEditWithDefaultSettings)
 {

@@ -288,10 +288,15 @@ TEST_F(OXEditTest, ClipboardCutClearAndPasteKeepTheLiterals)
     Key(h(), 'C', KxCtrl);
     EXPECT_EQ(L"4x", ClipboardText());
     EXPECT_EQ(L"(4xy2)", WindowText(h()));
+    // A text the application puts in replaces the selection like a paste.
+    Select(h(), 2, 3);
+    SendMessageW(h(), EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(L"77"));
+    EXPECT_EQ(L"(477y2)", WindowText(h()));
+    EXPECT_EQ(CString(L"477y2"), edit.GetInputData());
     // Undo would bring back a text the input data does not know: refused.
     SendMessageW(h(), WM_UNDO, 0, 0);
-    EXPECT_EQ(L"(4xy2)", WindowText(h()));
-    EXPECT_EQ(CString(L"4xy2"), edit.GetInputData());
+    EXPECT_EQ(L"(477y2)", WindowText(h()));
+    EXPECT_EQ(CString(L"477y2"), edit.GetInputData());
 }
 
 TEST_F(OXEditTest, ClickOnALiteralPutsTheCaretAtTheInput)
