@@ -1,4 +1,5 @@
 #include "KxUiOXNumericEdit.h"
+#include <tchar.h>
 
 namespace {
 

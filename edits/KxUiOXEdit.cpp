@@ -1,4 +1,5 @@
 #include "KxUiOXEdit.h"
+#include <tchar.h>
 #include <algorithm>
 
 IMPLEMENT_DYNCREATE(KxUiOXEdit, CEdit)

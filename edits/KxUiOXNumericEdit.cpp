@@ -2,6 +2,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cwchar>
+#include <limits>
+#include <tchar.h>
+#include <type_traits>
 
 IMPLEMENT_DYNCREATE(KxUiOXNumericEdit, KxUiOXEdit)
 
@@ -669,4 +672,51 @@ LRESULT KxUiOXNumericEdit::WindowProc(UINT message, WPARAM wParam, LPARAM lParam
         }
     }
     return KxUiOXEdit::WindowProc(message, wParam, lParam);
+}
+
+// ---------------------------------------------------------------------------------------
+// Dialog data exchange
+
+namespace {
+
+KxUiOXNumericEdit* numericEditOf(CDataExchange* pDX, int nIDC)
+{
+    if (pDX == nullptr)
+        return nullptr;
+    HWND hCtrl = pDX->PrepareEditCtrl(nIDC);
+    return hCtrl != nullptr ? dynamic_cast<KxUiOXNumericEdit*>(CWnd::FromHandlePermanent(hCtrl)) : nullptr;
+}
+
+template <typename T>
+void exchange(CDataExchange* pDX, int nIDC, T& value)
+{
+    KxUiOXNumericEdit* pEdit = numericEditOf(pDX, nIDC);
+    if (pEdit == nullptr)
+        return;
+    if (!pDX->m_bSaveAndValidate) {
+        pEdit->SetValue(static_cast<double>(value));
+    } else if (std::is_integral<T>::value) {
+        double d = std::round(pEdit->GetValue());
+        value = static_cast<T>(std::max<double>(std::min<double>(d, std::numeric_limits<T>::max()),
+                                                std::numeric_limits<T>::lowest()));
+    } else {
+        value = static_cast<T>(pEdit->GetValue());
+    }
+}
+
+} // namespace
+
+void AFXAPI DDX_KXUIOXNumericEdit(CDataExchange* pDX, int nIDC, double& value)
+{
+    exchange(pDX, nIDC, value);
+}
+
+void AFXAPI DDX_KXUIOXNumericEdit(CDataExchange* pDX, int nIDC, float& value)
+{
+    exchange(pDX, nIDC, value);
+}
+
+void AFXAPI DDX_KXUIOXNumericEdit(CDataExchange* pDX, int nIDC, int& value)
+{
+    exchange(pDX, nIDC, value);
 }

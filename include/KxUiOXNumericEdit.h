@@ -150,3 +150,10 @@ protected:
     CString m_sCurrencyName;
     CString m_sLocaleCurrencyName;
 };
+
+// Dialog data exchange of a numeric edit's value: the control with the id must be a
+// KxUiOXNumericEdit (or derived) attached to its window; otherwise nothing is exchanged.
+// The int form rounds to the nearest integer within the range of int.
+KXUI_API void AFXAPI DDX_KXUIOXNumericEdit(CDataExchange* pDX, int nIDC, double& value);
+KXUI_API void AFXAPI DDX_KXUIOXNumericEdit(CDataExchange* pDX, int nIDC, float& value);
+KXUI_API void AFXAPI DDX_KXUIOXNumericEdit(CDataExchange* pDX, int nIDC, int& value);

@@ -323,6 +323,33 @@ TEST_F(OXNumericEditTest, CellEditorConfiguration)
     EXPECT_EQ(std::make_pair(0, static_cast<int>(expect.size())), Selection(cell.m_hWnd));
 }
 
+TEST_F(OXNumericEditTest, DialogDataExchangeOfTheValue)
+{
+    double d = -12.5;
+    CDataExchange load(&host, FALSE);
+    DDX_KXUIOXNumericEdit(&load, kEditId, d);
+    EXPECT_EQ(L"-12.50", Text());
+    Select(h(), 0, -1);
+    Type(h(), L"7.259"); // the sign is not part of the selection's input: it stays
+    CDataExchange save(&host, TRUE);
+    float f = 0;
+    int n = 0;
+    DDX_KXUIOXNumericEdit(&save, kEditId, d);
+    DDX_KXUIOXNumericEdit(&save, kEditId, f);
+    DDX_KXUIOXNumericEdit(&save, kEditId, n);
+    EXPECT_EQ(L"-7.25", Text());
+    EXPECT_DOUBLE_EQ(-7.25, d);
+    EXPECT_FLOAT_EQ(-7.25f, f);
+    EXPECT_EQ(-7, n);
+    // A control of another kind exchanges nothing.
+    CEdit plain;
+    RECT rc = {0, 50, 50, 70};
+    ASSERT_TRUE(plain.Create(WS_CHILD | WS_VISIBLE, rc, &host, 103));
+    n = 5;
+    DDX_KXUIOXNumericEdit(&save, 103, n);
+    EXPECT_EQ(5, n);
+}
+
 // ---------------------------------------------------------------------------------------
 // Currency
 
