@@ -28,6 +28,9 @@ if [ "${1:-}" = "--stop" ]; then
     exit 0
 fi
 
+# Bump when the prefix's settings below change: existing prefixes are updated in place.
+settings_version=2
+
 make_prefix() {
     mkdir -p "$(dirname "$WINEPREFIX")"
     exec 9>"$WINEPREFIX.lock"
@@ -35,16 +38,25 @@ make_prefix() {
     if [ ! -f "$WINEPREFIX/.kxui-ready" ]; then
         rm -rf "$WINEPREFIX"
         "$wine_bin" wineboot -i >/dev/null 2>&1 || { echo "wine-run: wineboot failed" >&2; exit 1; }
-        "$wine_bin" reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f >/dev/null 2>&1
-        # Never ask to download an HTML engine for the browser control.
-        "$wine_bin" reg add 'HKCU\Software\Wine\MSHTML' /v GeckoUrl /d '' /f >/dev/null 2>&1
-        "$wineserver_bin" -w
         touch "$WINEPREFIX/.kxui-ready"
+    fi
+    if [ ! -f "$WINEPREFIX/.kxui-settings-$settings_version" ]; then
+        reg() { "$wine_bin" reg add "$@" /f >/dev/null 2>&1; }
+        # Windows, drawing and common controls without a display.
+        reg 'HKCU\Software\Wine\Drivers' /v Graphics /d null
+        # Never ask to download an HTML engine for the browser control.
+        reg 'HKCU\Software\Wine\MSHTML' /v GeckoUrl /d ''
+        # A crashing program ends at once with an error status instead of waiting for a
+        # debugger that nobody will look at.
+        reg 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' /v Debugger /d ''
+        reg 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' /v Auto /d 1
+        rm -f "$WINEPREFIX"/.kxui-settings-*
+        touch "$WINEPREFIX/.kxui-settings-$settings_version"
     fi
     flock -u 9
 }
 
-[ -f "$WINEPREFIX/.kxui-ready" ] || make_prefix
+[ -f "$WINEPREFIX/.kxui-settings-$settings_version" ] || make_prefix
 # A persistent server for the run; it exits by itself 60 s after the last client.
 # The session's system processes (services, devices, desktop) are started here with
 # no inherited output, so they never hold the caller's output pipes open.

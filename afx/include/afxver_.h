@@ -6,6 +6,7 @@
 #endif
 
 #include <windows.h>
+#include <tchar.h>
 
 // Classes and functions of KxAfxU.dll.
 #ifdef KXAFX_BUILD_DLL
@@ -16,4 +17,10 @@
 
 #ifndef AFXAPI
 #define AFXAPI __stdcall
+#endif
+#ifndef AFX_CDECL
+#define AFX_CDECL __cdecl
+#endif
+#ifndef AFX_INLINE
+#define AFX_INLINE inline
 #endif

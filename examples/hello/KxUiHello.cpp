@@ -29,29 +29,6 @@ LRESULT CALLBACK FrameProc(HWND h, UINT msg, WPARAM wp, LPARAM lp)
     return DefWindowProcW(h, msg, wp, lp);
 }
 
-// Draws a window and, on top, each of its visible children (bottom of the Z order
-// first) into a DC whose origin is the window's top-left corner. Each window paints
-// itself through WM_PRINT, which works without a display.
-void RenderTree(HWND wnd, HDC dc, POINT origin)
-{
-    RECT outer;
-    GetWindowRect(wnd, &outer);
-    const int saved = SaveDC(dc);
-    IntersectClipRect(dc, origin.x, origin.y, origin.x + outer.right - outer.left,
-                      origin.y + outer.bottom - outer.top);
-    SetViewportOrgEx(dc, origin.x, origin.y, nullptr);
-    SendMessageW(wnd, WM_PRINT, reinterpret_cast<WPARAM>(dc), PRF_NONCLIENT | PRF_CLIENT | PRF_ERASEBKGND);
-    RestoreDC(dc, saved);
-    for (HWND child = GetWindow(GetWindow(wnd, GW_CHILD), GW_HWNDLAST); child;
-         child = GetWindow(child, GW_HWNDPREV)) {
-        if (!IsWindowVisible(child))
-            continue;
-        RECT rc;
-        GetWindowRect(child, &rc);
-        RenderTree(child, dc, POINT{origin.x + rc.left - outer.left, origin.y + rc.top - outer.top});
-    }
-}
-
 bool WritePng(HBITMAP bmp, const std::wstring& path)
 {
     IWICImagingFactory* factory = nullptr;
@@ -139,7 +116,13 @@ int wmain(int argc, wchar_t** argv)
     HDC mem = CreateCompatibleDC(screen);
     HBITMAP bmp = CreateCompatibleBitmap(screen, w, h);
     HGDIOBJ old = SelectObject(mem, bmp);
-    RenderTree(frame, mem, POINT{0, 0});
+    // Each window paints into its own surface, which the null display driver keeps in
+    // memory; once everything is painted, the frame's window DC holds the real picture.
+    RedrawWindow(frame, nullptr, nullptr,
+                 RDW_INVALIDATE | RDW_FRAME | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    HDC wdc = GetWindowDC(frame);
+    BitBlt(mem, 0, 0, w, h, wdc, 0, 0, SRCCOPY);
+    ReleaseDC(frame, wdc);
     SelectObject(mem, old);
     const std::wstring path = outDir + L"\\hello.png";
     const bool written = WritePng(bmp, path);

@@ -59,19 +59,11 @@ protected:
 
 }  // namespace
 
-TEST_F(PixelProbe, ClientAreaAndChildrenAppearAtTheirClientCoordinates)
+// What both ways of taking the picture agree on.
+void ExpectBlocksAtTheirPlaces(HWND top, const KxPixelProbe& probe)
 {
-    Child(100, 50, 60, 40);                    // block at (110,60)-(130,70)
-    HWND framed = Child(200, 100, 60, 40, WS_VISIBLE | WS_BORDER);
-    Child(50, 120, 60, 40, 0);                 // hidden: not drawn
-    HWND grand = Child(0, 0, 0, 0);            // moved below into the framed child
-    SetParent(grand, framed);
-    MoveWindow(grand, 30, 20, 40, 30, FALSE);
-
-    KxPixelProbe probe;
-    ASSERT_TRUE(probe.Capture(m_top));
     RECT client;
-    GetClientRect(m_top, &client);
+    GetClientRect(top, &client);
     EXPECT_EQ(client.right, probe.Width());
     EXPECT_EQ(client.bottom, probe.Height());
 
@@ -91,7 +83,51 @@ TEST_F(PixelProbe, ClientAreaAndChildrenAppearAtTheirClientCoordinates)
     EXPECT_EQ((RECT{211, 111, 231, 121}), probe.BoundingBox(kRed, &framedBlock));
     const RECT grandArea = {231, 121, 300, 200};
     EXPECT_EQ((RECT{241, 131, 259, 139}), probe.BoundingBox(kRed, &grandArea));
-    probe.SaveIfFailed();
+}
+
+TEST_F(PixelProbe, ClientAreaAndChildrenAppearAtTheirClientCoordinates)
+{
+    Child(100, 50, 60, 40);                    // block at (110,60)-(130,70)
+    HWND framed = Child(200, 100, 60, 40, WS_VISIBLE | WS_BORDER);
+    Child(50, 120, 60, 40, 0);                 // hidden: not drawn
+    HWND grand = Child(0, 0, 0, 0);            // moved below into the framed child
+    SetParent(grand, framed);
+    MoveWindow(grand, 30, 20, 40, 30, FALSE);
+
+    KxPixelProbe shown;
+    ASSERT_TRUE(shown.Capture(m_top));
+    ExpectBlocksAtTheirPlaces(m_top, shown);
+    EXPECT_NE(RGB(255, 255, 255), shown.Pixel(200, 100));  // the child's frame is painted
+    shown.SaveIfFailed(L"capture");
+
+    KxPixelProbe printed;
+    ASSERT_TRUE(printed.Render(m_top));
+    ExpectBlocksAtTheirPlaces(m_top, printed);
+    printed.SaveIfFailed(L"render");
+
+    // Taken whole, the picture has the frame around the same client area.
+    KxPixelProbe whole;
+    ASSERT_TRUE(whole.CaptureWindow(m_top));
+    RECT wr;
+    GetWindowRect(m_top, &wr);
+    POINT origin = {0, 0};
+    ClientToScreen(m_top, &origin);
+    const int dx = origin.x - wr.left, dy = origin.y - wr.top;
+    EXPECT_EQ(wr.right - wr.left, whole.Width());
+    EXPECT_GT(dy, 0);
+    const RECT corner = {0, 0, dx + 90, dy + 50};
+    EXPECT_EQ((RECT{dx + 10, dy + 10, dx + 30, dy + 20}), whole.BoundingBox(kRed, &corner));
+    EXPECT_NE(KxPixelProbe::kUnpainted, whole.Pixel(2, 2));
+    whole.SaveIfFailed(L"window");
+}
+
+TEST_F(PixelProbe, HiddenWindowsAreRenderedButNotCaptured)
+{
+    ShowWindow(m_top, SW_HIDE);
+    KxPixelProbe probe;
+    EXPECT_FALSE(probe.Capture(m_top));
+    ASSERT_TRUE(probe.Render(m_top));
+    EXPECT_EQ((RECT{10, 10, 30, 20}), probe.BoundingBox(kRed));
 }
 
 TEST_F(PixelProbe, ReadsOutsideThePictureAreInvalid)

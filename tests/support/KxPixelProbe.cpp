@@ -74,7 +74,38 @@ bool KxPixelProbe::Create(int cx, int cy, COLORREF fill)
     return Allocate(cx, cy, fill);
 }
 
+bool KxPixelProbe::CopyFrom(HWND wnd, bool whole)
+{
+    if (!IsWindow(wnd) || !IsWindowVisible(wnd))
+        return false;
+    RECT rc;
+    if (whole) {
+        GetWindowRect(wnd, &rc);
+        OffsetRect(&rc, -rc.left, -rc.top);
+    } else {
+        GetClientRect(wnd, &rc);
+    }
+    if (!Allocate(rc.right, rc.bottom, kUnpainted))
+        return false;
+    RedrawWindow(wnd, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    HDC src = whole ? GetWindowDC(wnd) : GetDC(wnd);
+    const BOOL ok = BitBlt(m_dc, 0, 0, m_cx, m_cy, src, 0, 0, SRCCOPY);
+    ReleaseDC(wnd, src);
+    GdiFlush();
+    return ok != FALSE;
+}
+
 bool KxPixelProbe::Capture(HWND wnd)
+{
+    return CopyFrom(wnd, false);
+}
+
+bool KxPixelProbe::CaptureWindow(HWND wnd)
+{
+    return CopyFrom(wnd, true);
+}
+
+bool KxPixelProbe::Render(HWND wnd)
 {
     RECT rc;
     if (!IsWindow(wnd) || !GetClientRect(wnd, &rc) || !Allocate(rc.right, rc.bottom, kUnpainted))
@@ -82,26 +113,6 @@ bool KxPixelProbe::Capture(HWND wnd)
     SetViewportOrgEx(m_dc, 0, 0, nullptr);
     SendMessageW(wnd, WM_PRINT, reinterpret_cast<WPARAM>(m_dc), PRF_ERASEBKGND | PRF_CLIENT);
     RenderChildren(wnd, POINT{0, 0});
-    GdiFlush();
-    return true;
-}
-
-bool KxPixelProbe::CaptureWindow(HWND wnd)
-{
-    RECT wr;
-    if (!IsWindow(wnd) || !GetWindowRect(wnd, &wr) || !Allocate(wr.right - wr.left, wr.bottom - wr.top, kUnpainted))
-        return false;
-    SendMessageW(wnd, WM_PRINT, reinterpret_cast<WPARAM>(m_dc), PRF_NONCLIENT);
-    const POINT client = ClientOriginOnScreen(wnd);
-    const POINT origin = {client.x - wr.left, client.y - wr.top};
-    RECT rc;
-    GetClientRect(wnd, &rc);
-    const int saved = SaveDC(m_dc);
-    IntersectClipRect(m_dc, origin.x, origin.y, origin.x + rc.right, origin.y + rc.bottom);
-    SetViewportOrgEx(m_dc, origin.x, origin.y, nullptr);
-    SendMessageW(wnd, WM_PRINT, reinterpret_cast<WPARAM>(m_dc), PRF_ERASEBKGND | PRF_CLIENT);
-    RestoreDC(m_dc, saved);
-    RenderChildren(wnd, origin);
     GdiFlush();
     return true;
 }

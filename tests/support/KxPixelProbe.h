@@ -29,11 +29,18 @@ public:
     KxPixelProbe(const KxPixelProbe&) = delete;
     KxPixelProbe& operator=(const KxPixelProbe&) = delete;
 
-    // Renders the client area of wnd and of its visible children (client coordinates of
-    // wnd). Each window paints itself through WM_PRINT, which works without a display.
+    // The client area of a visible window as it is painted on screen, its children
+    // included (client coordinates of wnd). The window and its children are repainted
+    // first (WM_PAINT, through RedrawWindow); the display driver keeps each top-level
+    // window's pixels in memory, so this works without a display. False when the window
+    // is not visible.
     bool Capture(HWND wnd);
-    // Renders the whole window, non-client area included (window coordinates).
+    // The same for the whole window, frame and menu included (window coordinates).
     bool CaptureWindow(HWND wnd);
+    // Renders the client area of wnd and of its visible children through WM_PRINT, for
+    // windows that are not shown. Each window paints itself through WM_PRINTCLIENT;
+    // frames of children are not drawn (the platform draws no non-client area there).
+    bool Render(HWND wnd);
     // A blank canvas of cx x cy filled with fill, for drawing into Dc() directly.
     bool Create(int cx, int cy, COLORREF fill = kUnpainted);
 
@@ -61,6 +68,7 @@ public:
 private:
     void Free();
     bool Allocate(int cx, int cy, COLORREF fill);
+    bool CopyFrom(HWND wnd, bool whole);
     void RenderChildren(HWND parent, POINT clientOrigin);
 
     HDC m_dc = nullptr;
