@@ -3,7 +3,6 @@
 #pragma once
 #include "KxUiDef.h"
 #include <afxwin.h>
-#include <afxcmn.h>
 
 // Mask language: "#" marks the input area; "##" is a literal "#"; every other character is
 // a literal. Literals before the input area are the left literals, all later ones the right
@@ -12,7 +11,9 @@
 //
 // Positions: a real position indexes the window text, a logical position the input data.
 // With L left literals and N input characters the caret may stand on L..L+N.
-class KXUI_API KxUiOXEdit : public CEdit {
+//
+// The control is the platform's edit control (window class "EDIT") with a CWnd in front.
+class KXUI_API KxUiOXEdit : public CWnd {
     DECLARE_DYNCREATE(KxUiOXEdit)
 public:
     KxUiOXEdit();
@@ -46,7 +47,8 @@ public:
     // The tooltip shows when the mouse rests on the control; an empty text removes it.
     BOOL SetToolTipText(LPCTSTR lpszText);
     CString GetToolTipText() const { return m_sToolTipText; }
-    CToolTipCtrl& GetToolTip() { return m_toolTip; }
+    // The tooltip control (no window until a text is set).
+    CWnd& GetToolTip() { return m_toolTip; }
 
     // When on, focus keeps a whole-text selection instead of placing the caret at the input.
     void SetHighlightOnSetFocus(BOOL bHighlight) { m_bHighlightOnSetFocus = bHighlight != FALSE; }
@@ -97,7 +99,7 @@ protected:
     // Keeps a copy of the font given to the control.
     void SaveFont(HFONT hFont);
 
-    CFont m_font;
+    HFONT m_hFont = nullptr; // owned
     COLORREF m_clrText;
     COLORREF m_clrBack;
     CString m_sMask;
@@ -106,7 +108,7 @@ protected:
     CString m_arrInputData;
     int m_nInsertMode;
     CString m_sToolTipText;
-    CToolTipCtrl m_toolTip;
+    CWnd m_toolTip;
     int m_nUpdateDepth;
     int m_bNotifyChange;
     int m_bHighlightOnSetFocus;
@@ -121,7 +123,7 @@ private:
     int DeleteMoving(int nStart, int nEnd, int nStep, int nLimit);
     void AttachToolTip();
 
-    CBrush m_brBack;
+    HBRUSH m_hBrushBack = nullptr; // owned
     bool m_bCreating = false;
     bool m_bOwnNotify = false;
 };
