@@ -7,6 +7,7 @@
 // s.Replace(s, ...)).
 #pragma once
 #include "afxver_.h"
+#include <limits.h>
 #include <stdarg.h>
 
 [[noreturn]] KXAFX_API void AFXAPI AfxThrowInvalidArgException();
@@ -55,7 +56,18 @@ public:
     CString& operator+=(const CString& str);
     CString& operator+=(PCXSTR psz);
     CString& operator+=(PCYSTR psz);
-    CString& operator+=(XCHAR ch);
+    CString& operator+=(XCHAR ch)
+    {
+        // Inline when the block is private and has room; AppendChar handles the rest.
+        CStringData* d = GetData();
+        if (d->nRefs == 1 && d->nDataLength < d->nAllocLength) {
+            m_pszData[d->nDataLength] = ch;
+            m_pszData[++d->nDataLength] = 0;
+        } else {
+            AppendChar(ch);
+        }
+        return *this;
+    }
     CString& operator+=(YCHAR ch);
 
     // Length and characters.
@@ -74,6 +86,13 @@ public:
         return m_pszData[iChar];
     }
     XCHAR operator[](int iChar) const { return GetAt(iChar); }
+    // Every integer type of index (size_t, DWORD, ...) has an exact match here instead of
+    // tying with the built-in subscript of the pointer conversion.
+    XCHAR operator[](unsigned int iChar) const { return GetAt(Index(static_cast<unsigned long long>(iChar))); }
+    XCHAR operator[](long iChar) const { return GetAt(Index(static_cast<long long>(iChar))); }
+    XCHAR operator[](unsigned long iChar) const { return GetAt(Index(static_cast<unsigned long long>(iChar))); }
+    XCHAR operator[](long long iChar) const { return GetAt(Index(iChar)); }
+    XCHAR operator[](unsigned long long iChar) const { return GetAt(Index(iChar)); }
     // Index 0..GetLength()-1; anything else throws CInvalidArgException.
     void SetAt(int iChar, XCHAR ch);
     void SetString(PCXSTR pszSrc);
@@ -104,6 +123,14 @@ public:
     {
         AppendFormatUnchecked(pszFormat, FormatArg(args)...);
     }
+    // Message-style formatting (%1, %2!d!, ... inserts), as the platform's FormatMessage.
+    template <class... Args>
+    void FormatMessage(PCXSTR pszFormat, const Args&... args)
+    {
+        FormatMessageUnchecked(pszFormat, FormatArg(args)...);
+    }
+    void FormatMessageV(PCXSTR pszFormat, va_list* pArgList);
+    void AFX_CDECL FormatMessageUnchecked(PCXSTR pszFormat, ...);
     void FormatV(PCXSTR pszFormat, va_list args);
     void AppendFormatV(PCXSTR pszFormat, va_list args);
     // The C-style variadic forms behind Format and AppendFormat.
@@ -162,10 +189,13 @@ public:
 
     // Resources and OLE.
     BOOL LoadString(HINSTANCE hInstance, UINT nID);
+    BOOL LoadString(UINT nID);  // from the current resource handle (AfxGetResourceHandle)
     BSTR AllocSysString() const;
     BSTR SetSysString(BSTR* pbstr) const;
 
 private:
+    static int Index(long long i) noexcept { return i < 0 || i > INT_MAX ? -1 : static_cast<int>(i); }
+    static int Index(unsigned long long i) noexcept { return i > INT_MAX ? -1 : static_cast<int>(i); }
     CStringData* GetData() const noexcept { return reinterpret_cast<CStringData*>(m_pszData) - 1; }
     static LPCWSTR FormatArg(const CString& s) noexcept { return s.m_pszData; }
     template <class T>

@@ -183,6 +183,10 @@ public:
     CRect operator-(SIZE size) const noexcept { CRect r(*this); ::OffsetRect(&r, -size.cx, -size.cy); return r; }
     CRect operator+(LPCRECT lpRect) const noexcept { CRect r(this); r.InflateRect(lpRect); return r; }
     CRect operator-(LPCRECT lpRect) const noexcept { CRect r(this); r.DeflateRect(lpRect); return r; }
+    // Exact matches for a non-const RECT*, which would otherwise tie with pointer arithmetic
+    // on the LPRECT conversion.
+    CRect operator+(LPRECT lpRect) const noexcept { return *this + static_cast<LPCRECT>(lpRect); }
+    CRect operator-(LPRECT lpRect) const noexcept { return *this - static_cast<LPCRECT>(lpRect); }
     CRect operator&(const RECT& rect2) const noexcept { CRect r; ::IntersectRect(&r, this, &rect2); return r; }
     CRect operator|(const RECT& rect2) const noexcept { CRect r; ::UnionRect(&r, this, &rect2); return r; }
     CRect MulDiv(int nMultiplier, int nDivisor) const noexcept

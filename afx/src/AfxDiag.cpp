@@ -38,7 +38,7 @@ void AFX_CDECL AfxTraceUnchecked(LPCSTR lpszFormat, ...)
     if (n < 0)
         n = 1023;
     buf[n] = 0;
-    OutputDebugStringA(buf);
+    OutputDebugStringW(CString(buf));
 }
 
 BOOL AFXAPI AfxAssertFailedLine(LPCSTR lpszFileName, int nLine)

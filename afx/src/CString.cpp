@@ -29,10 +29,21 @@ size_t BlockSize(int nAlloc) noexcept
     return sizeof(CStringData) + (static_cast<size_t>(nAlloc) + 1) * sizeof(wchar_t);
 }
 
+// Capacity rounded up so that the characters and terminator fill whole 16-byte units,
+// which the heap would round to anyway, and at least 15 characters: short strings built
+// piece by piece (a + b + c, a few appends) then mostly stay in their first block.
+int RoundCapacity(int nAlloc) noexcept
+{
+    if (nAlloc < 15)
+        return 15;
+    return nAlloc >= kMaxLength - 8 ? kMaxLength : ((nAlloc + 8) & ~7) - 1;
+}
+
 CStringData* Allocate(int nAlloc)
 {
     if (nAlloc < 0 || nAlloc > kMaxLength)
         AfxThrowMemoryException();
+    nAlloc = RoundCapacity(nAlloc);
     auto* p = static_cast<CStringData*>(std::malloc(BlockSize(nAlloc)));
     if (!p)
         AfxThrowMemoryException();
@@ -125,9 +136,9 @@ void CString::Grow(int nLength)
     CStringData* old = GetData();
     int nAlloc = old->nAllocLength;
     nAlloc = nAlloc > kMaxLength - nAlloc / 2 ? kMaxLength : nAlloc + nAlloc / 2;
-    nAlloc = std::max(nAlloc, nLength);
     if (nLength > kMaxLength)
         AfxThrowMemoryException();
+    nAlloc = RoundCapacity(std::max(nAlloc, nLength));
     auto* p = static_cast<CStringData*>(std::realloc(old, BlockSize(nAlloc)));
     if (!p)
         AfxThrowMemoryException();
@@ -303,6 +314,23 @@ CString& CString::operator+=(const CString& str)
 
 CString& CString::operator+=(PCXSTR psz)
 {
+    // The most frequent append: measure and copy in one pass when the text fits the
+    // private block and does not come from it.
+    CStringData* d = GetData();
+    ptrdiff_t offset = psz - m_pszData;
+    if (psz && !d->IsShared() && !(offset >= 0 && offset <= d->nAllocLength)) {
+        int nOld = d->nDataLength, room = d->nAllocLength - nOld, n = 0;
+        wchar_t* dst = m_pszData + nOld;
+        while (n < room && psz[n]) {
+            dst[n] = psz[n];
+            ++n;
+        }
+        if (!psz[n]) {
+            SetLength(nOld + n);
+            return *this;
+        }
+        dst[0] = 0;  // did not fit: append the usual way
+    }
     Append(psz);
     return *this;
 }
@@ -311,12 +339,6 @@ CString& CString::operator+=(PCYSTR psz)
 {
     CString s(psz);
     Append(s);
-    return *this;
-}
-
-CString& CString::operator+=(XCHAR ch)
-{
-    AppendChar(ch);
     return *this;
 }
 
@@ -386,9 +408,23 @@ void CString::Append(PCXSTR pszSrc, int nLength)
         AfxThrowInvalidArgException();
     if (!pszSrc || nLength == 0)
         return;
+    CStringData* d = GetData();
+    int nOld = d->nDataLength;
+    if (!d->IsShared() && nLength <= d->nAllocLength - nOld) {
+        // Room in a private block: nothing moves, and a source inside this string lies
+        // before the end it is copied to.
+        wchar_t* dst = m_pszData + nOld;
+        if (nLength <= 16) {
+            for (int i = 0; i < nLength; ++i)
+                dst[i] = pszSrc[i];
+        } else {
+            wmemmove(dst, pszSrc, nLength);
+        }
+        SetLength(nOld + nLength);
+        return;
+    }
     ptrdiff_t offset = pszSrc - m_pszData;
-    bool inside = offset >= 0 && offset <= GetData()->nAllocLength;
-    int nOld = GetLength();
+    bool inside = offset >= 0 && offset <= d->nAllocLength;
     int nNew = CheckedSum(nOld, nLength);
     PXSTR p = PrepareWrite(nNew);
     wmemcpy(p + nOld, inside ? p + offset : pszSrc, nLength);
@@ -397,7 +433,13 @@ void CString::Append(PCXSTR pszSrc, int nLength)
 
 void CString::AppendChar(XCHAR ch)
 {
-    int nOld = GetLength();
+    CStringData* d = GetData();
+    int nOld = d->nDataLength;
+    if (!d->IsShared() && nOld < d->nAllocLength) {
+        m_pszData[nOld] = ch;
+        SetLength(nOld + 1);
+        return;
+    }
     PXSTR p = PrepareWrite(CheckedSum(nOld, 1));
     p[nOld] = ch;
     SetLength(nOld + 1);
@@ -447,24 +489,30 @@ void CString::FreeExtra()
 /////////////////////////////////////////////////////////////////////////////
 // Comparison
 
+// Comparisons answer exactly -1, 0 or 1, as the platform's string comparisons do; callers
+// (sort routines) may rely on the values.
+namespace {
+inline int Sign(int n) noexcept { return (n > 0) - (n < 0); }
+}  // namespace
+
 int CString::Compare(PCXSTR psz) const
 {
-    return std::wcscmp(m_pszData, psz ? psz : L"");
+    return Sign(std::wcscmp(m_pszData, psz ? psz : L""));
 }
 
 int CString::CompareNoCase(PCXSTR psz) const
 {
-    return _wcsicmp(m_pszData, psz ? psz : L"");
+    return Sign(_wcsicmp(m_pszData, psz ? psz : L""));
 }
 
 int CString::Collate(PCXSTR psz) const
 {
-    return std::wcscoll(m_pszData, psz ? psz : L"");
+    return Sign(std::wcscoll(m_pszData, psz ? psz : L""));
 }
 
 int CString::CollateNoCase(PCXSTR psz) const
 {
-    return _wcsicoll(m_pszData, psz ? psz : L"");
+    return Sign(_wcsicoll(m_pszData, psz ? psz : L""));
 }
 
 /////////////////////////////////////////////////////////////////////////////
@@ -552,6 +600,41 @@ void AFX_CDECL CString::AppendFormatUnchecked(PCXSTR pszFormat, ...)
     va_list args;
     va_start(args, pszFormat);
     AppendFormatV(pszFormat, args);
+    va_end(args);
+}
+
+void CString::FormatMessageV(PCXSTR pszFormat, va_list* pArgList)
+{
+    if (!pszFormat)
+        AfxThrowInvalidArgException();
+    LPWSTR text = nullptr;
+    DWORD n = ::FormatMessageW(FORMAT_MESSAGE_FROM_STRING | FORMAT_MESSAGE_ALLOCATE_BUFFER, pszFormat, 0, 0,
+                               reinterpret_cast<LPWSTR>(&text), 0, pArgList);
+    if (n == 0) {
+        if (text)
+            LocalFree(text);
+        if (*pszFormat)
+            AfxThrowInvalidArgException();  // malformed insert
+        Empty();
+        return;
+    }
+    struct Free {
+        LPWSTR p;
+        ~Free() { LocalFree(p); }
+    } guard{text};
+    SetString(text, static_cast<int>(n));
+}
+
+void AFX_CDECL CString::FormatMessageUnchecked(PCXSTR pszFormat, ...)
+{
+    va_list args;
+    va_start(args, pszFormat);
+    try {
+        FormatMessageV(pszFormat, &args);
+    } catch (...) {
+        va_end(args);
+        throw;
+    }
     va_end(args);
 }
 

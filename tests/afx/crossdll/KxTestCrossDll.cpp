@@ -26,3 +26,20 @@ wchar_t* KxTestAllocate(size_t count)
         p[i] = L'a' + static_cast<wchar_t>(i % 26);
     return p;
 }
+
+IMPLEMENT_DYNCREATE(CKxTestShape, CObject)
+
+BOOL KxTestIsShape(const CObject* pObject)
+{
+    return pObject && pObject->IsKindOf(RUNTIME_CLASS(CKxTestShape));
+}
+
+BOOL KxTestIsException(const CObject* pObject)
+{
+    return pObject && pObject->IsKindOf(RUNTIME_CLASS(CException));
+}
+
+CObject* KxTestCreateByName(LPCWSTR lpszClassName)
+{
+    return CRuntimeClass::CreateObject(lpszClassName);
+}

@@ -1,4 +1,5 @@
-// A small client DLL of the framework, used to throw and catch across module boundaries.
+// A small client DLL of the framework, used to throw and catch across module boundaries
+// and to check run-time class information between modules.
 #pragma once
 #include <afx.h>
 
@@ -17,3 +18,18 @@ KXTEST_CROSSDLL_API void KxTestThrowFromDll();
 
 // Allocates a block here, to be freed by the caller's module.
 KXTEST_CROSSDLL_API wchar_t* KxTestAllocate(size_t count);
+
+// A dynamically creatable class defined in this DLL.
+class KXTEST_CROSSDLL_API CKxTestShape : public CObject {
+    DECLARE_DYNCREATE(CKxTestShape)
+public:
+    CKxTestShape() : m_nSides(0) {}
+    virtual int Sides() const { return m_nSides; }
+    int m_nSides;
+};
+
+// Checks made inside this DLL, on objects from any module.
+KXTEST_CROSSDLL_API BOOL KxTestIsShape(const CObject* pObject);
+KXTEST_CROSSDLL_API BOOL KxTestIsException(const CObject* pObject);
+// Creates an object by class name from inside this DLL.
+KXTEST_CROSSDLL_API CObject* KxTestCreateByName(LPCWSTR lpszClassName);
