@@ -39,6 +39,16 @@ BOOL EditHost::OnCommand(WPARAM wParam, LPARAM lParam)
     return TRUE;
 }
 
+LRESULT EditHost::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message >= WM_CTLCOLORMSGBOX && message <= WM_CTLCOLORSTATIC) {
+        LRESULT lResult = 0;
+        if (ReflectLastMsg(reinterpret_cast<HWND>(lParam), &lResult))
+            return lResult;
+    }
+    return CWnd::WindowProc(message, wParam, lParam);
+}
+
 std::wstring WindowText(HWND hWnd)
 {
     int n = GetWindowTextLengthW(hWnd);

@@ -6,7 +6,8 @@
 #include <vector>
 #include "KxInput.h"
 
-// Records the notifications its child edits let through to it (after reflection).
+// Records the notifications its child edits let through to it (after reflection), and
+// reflects the colour messages to its controls' objects.
 class EditHost : public CWnd {
 public:
     EditHost();
@@ -17,6 +18,7 @@ public:
 
 protected:
     BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
 };
 
 // Counts refused keystrokes (the control's own beep cannot be observed).

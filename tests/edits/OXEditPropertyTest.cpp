@@ -275,7 +275,7 @@ TEST(OXEditProperty, MaskedEditKeepsItsLiteralsAroundTheInput)
     Counting<KxUiOXEdit> edit;
     ASSERT_TRUE(CreateEdit(edit, host));
     ASSERT_TRUE(edit.SetMask(L"Tel. (#) ##"));
-    Fuzzer(edit, edit.refusals, 4242).Run(400, 25);
+    Fuzzer(edit, edit.refusals, 4242).Run(300, 25);
 }
 
 TEST(OXEditProperty, NumericEditWithDefaultSettings)
@@ -283,7 +283,7 @@ TEST(OXEditProperty, NumericEditWithDefaultSettings)
     EditHost host;
     Counting<KxUiOXNumericEdit> edit;
     ASSERT_TRUE(CreateEdit(edit, host));
-    Fuzzer(edit, edit.refusals, L"", 20261122).Run(700, 25);
+    Fuzzer(edit, edit.refusals, L"", 20261122).Run(600, 25);
 }
 
 TEST(OXEditProperty, NumericEditWithCommaSeparatorLimitAndInfiniteFraction)
@@ -298,7 +298,7 @@ TEST(OXEditProperty, NumericEditWithCommaSeparatorLimitAndInfiniteFraction)
     ASSERT_TRUE(edit.SetShowLeadingZero(FALSE));
     ASSERT_TRUE(edit.SetNegativeFormat(L"1.1 -"));
     edit.setInfiniteFractionalDigitCount(true);
-    Fuzzer(edit, edit.refusals, L"", 7).Run(700, 25);
+    Fuzzer(edit, edit.refusals, L"", 7).Run(600, 25);
 }
 
 TEST(OXEditProperty, CurrencyEditWithNameAndFormatsAroundTheNumber)
@@ -310,7 +310,7 @@ TEST(OXEditProperty, CurrencyEditWithNameAndFormatsAroundTheNumber)
     ASSERT_TRUE(edit.SetPositiveFormat(L"1.1 $"));
     ASSERT_TRUE(edit.SetNegativeFormat(L"($ -1.1)"));
     ASSERT_TRUE(edit.SetFractionalDigitCount(3));
-    Fuzzer(edit, edit.refusals, L"EUR", 99).Run(700, 25);
+    Fuzzer(edit, edit.refusals, L"EUR", 99).Run(500, 25);
 }
 
 } // namespace
