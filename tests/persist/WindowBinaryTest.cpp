@@ -3,6 +3,7 @@
 #include "KxUiLayoutManagerWndBinary.h"
 #include "KxUiSplitter.h"
 #include "../layout/KxTestLayoutDlg.h"
+#include "KxTestApp.h"
 #include <afxwin.h>
 #include <random>
 #include <string>
@@ -40,9 +41,7 @@ public:
 // The value as the registry holds it under the application's key; false when absent.
 bool readValue(const CString& strSection, const wchar_t* pszValue, Bytes& bytes)
 {
-    CWinApp* pApp = AfxGetApp();
-    CString strKey;
-    strKey.Format(L"Software\\%s\\%s\\%s", pApp->m_pszRegistryKey, pApp->m_pszProfileName, (LPCTSTR)strSection);
+    CString strKey = KxTestApp::Get().ProfileKeyPath() + L"\\" + strSection;
     DWORD nSize = 0;
     if (::RegGetValueW(HKEY_CURRENT_USER, strKey, pszValue, RRF_RT_REG_BINARY, nullptr, nullptr, &nSize) != ERROR_SUCCESS)
         return false;
@@ -86,13 +85,6 @@ protected:
     {
         if (dlg.GetSafeHwnd())
             dlg.DestroyWindow();
-        ::RegDeleteTreeW(HKEY_CURRENT_USER, appKey() + L"\\Window");
-    }
-    static CString appKey()
-    {
-        CString strKey;
-        strKey.Format(L"Software\\%s\\%s", AfxGetApp()->m_pszRegistryKey, AfxGetApp()->m_pszProfileName);
-        return strKey;
     }
 
     // The dialog with one child of every kind the state record knows.
