@@ -144,3 +144,49 @@ TEST(WndPaint, FontsRoundTripThroughTheWindow)
     EXPECT_EQ(font.GetSafeHandle(), got->GetSafeHandle());
     edit.DestroyWindow();
 }
+
+namespace {
+
+// An owner-drawn menu: the window's default handlers hand the items to it.
+class COwnerMenu : public CMenu {
+public:
+    int measured = 0;
+    int drawn = 0;
+    void MeasureItem(LPMEASUREITEMSTRUCT mis) override
+    {
+        ++measured;
+        mis->itemWidth = 77;
+        mis->itemHeight = 19;
+    }
+    void DrawItem(LPDRAWITEMSTRUCT) override { ++drawn; }
+};
+
+}  // namespace
+
+TEST(WndPaint, OwnerDrawnMenuItemsReachTheirMenuObject)
+{
+    CWnd wnd;
+    ASSERT_TRUE(wnd.CreateEx(0, nullptr, L"menu owner", WS_OVERLAPPEDWINDOW, 0, 0, 200, 150, nullptr, nullptr));
+    CMenu bar;
+    ASSERT_TRUE(bar.CreateMenu());
+    COwnerMenu popup;
+    ASSERT_TRUE(popup.CreatePopupMenu());
+    popup.AppendMenu(MF_OWNERDRAW, 500, reinterpret_cast<LPCTSTR>(static_cast<UINT_PTR>(1)));
+    bar.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(popup.m_hMenu), L"&Items");
+    ASSERT_TRUE(wnd.SetMenu(&bar));
+    EXPECT_EQ(&bar, wnd.GetMenu());
+
+    MEASUREITEMSTRUCT mis = {ODT_MENU, 0, 500, 0, 0, 1};
+    wnd.SendMessage(WM_MEASUREITEM, 0, reinterpret_cast<LPARAM>(&mis));
+    EXPECT_EQ(1, popup.measured);
+    EXPECT_EQ(77u, mis.itemWidth);
+    DRAWITEMSTRUCT dis = {};
+    dis.CtlType = ODT_MENU;
+    dis.itemID = 500;
+    dis.hwndItem = reinterpret_cast<HWND>(popup.m_hMenu);
+    wnd.SendMessage(WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&dis));
+    EXPECT_EQ(1, popup.drawn);
+
+    wnd.SetMenu(nullptr);
+    popup.Detach();  // destroyed with the bar
+}
