@@ -18,19 +18,10 @@ struct CRuntimeClass;
 // wide format and narrow for a narrow one.
 KXAFX_API void AFX_CDECL AfxTraceUnchecked(LPCWSTR lpszFormat, ...);
 KXAFX_API void AFX_CDECL AfxTraceUnchecked(LPCSTR lpszFormat, ...);
-namespace KxAfxDetail {
-inline LPCWSTR TraceArg(const CString& s) noexcept { return s.GetString(); }
-template <class T>
-inline const T& TraceArg(const T& v) noexcept
-{
-    static_assert(__is_trivially_copyable(T), "only plain values can be formatted");
-    return v;
-}
-}  // namespace KxAfxDetail
 template <class Char, class... Args>
 inline void AfxTrace(const Char* lpszFormat, const Args&... args)
 {
-    AfxTraceUnchecked(lpszFormat, KxAfxDetail::TraceArg(args)...);
+    AfxTraceUnchecked(lpszFormat, CString::FormatArg(args)...);
 }
 
 // Reports a failed assertion to the debugger output; TRUE when a debugger should break.

@@ -12,6 +12,8 @@
 
 [[noreturn]] KXAFX_API void AFXAPI AfxThrowInvalidArgException();
 
+class CStringA;
+
 // Header in front of the characters of a CString.
 struct CStringData {
     volatile LONG nRefs;  // sharers; -1 while the buffer is locked
@@ -41,6 +43,7 @@ public:
     CString(const unsigned char* pszSrc);
     CString(PCXSTR pch, int nLength);
     CString(PCYSTR pch, int nLength);
+    CString(const CStringA& strSrc);
     explicit CString(XCHAR ch, int nRepeat = 1);
     explicit CString(YCHAR ch, int nRepeat = 1);
     ~CString() noexcept;
@@ -50,6 +53,7 @@ public:
     CString& operator=(PCXSTR pszSrc);
     CString& operator=(PCYSTR pszSrc);
     CString& operator=(const unsigned char* pszSrc);
+    CString& operator=(const CStringA& strSrc);
     CString& operator=(XCHAR ch);
     CString& operator=(YCHAR ch);
 
@@ -193,17 +197,22 @@ public:
     BSTR AllocSysString() const;
     BSTR SetSysString(BSTR* pbstr) const;
 
-private:
-    static int Index(long long i) noexcept { return i < 0 || i > INT_MAX ? -1 : static_cast<int>(i); }
-    static int Index(unsigned long long i) noexcept { return i > INT_MAX ? -1 : static_cast<int>(i); }
-    CStringData* GetData() const noexcept { return reinterpret_cast<CStringData*>(m_pszData) - 1; }
+public:
+    // An argument as passed to a C variadic function: strings as their character pointers,
+    // plain values as they are (anything else does not compile).
     static LPCWSTR FormatArg(const CString& s) noexcept { return s.m_pszData; }
+    static inline LPCSTR FormatArg(const CStringA& s) noexcept;
     template <class T>
     static const T& FormatArg(const T& v) noexcept
     {
         static_assert(__is_trivially_copyable(T), "only plain values can be formatted");
         return v;
     }
+
+private:
+    static int Index(long long i) noexcept { return i < 0 || i > INT_MAX ? -1 : static_cast<int>(i); }
+    static int Index(unsigned long long i) noexcept { return i > INT_MAX ? -1 : static_cast<int>(i); }
+    CStringData* GetData() const noexcept { return reinterpret_cast<CStringData*>(m_pszData) - 1; }
     PXSTR PrepareWrite(int nLength);
     void Fork(int nAlloc);
     void Grow(int nLength);
@@ -215,6 +224,117 @@ private:
 };
 
 typedef CString CStringW;
+
+// The narrow string (ANSI code page): the common members of CString, converting to and from
+// wide text. Copies are deep.
+class KXAFX_API CStringA {
+public:
+    typedef char XCHAR;
+    typedef LPSTR PXSTR;
+    typedef LPCSTR PCXSTR;
+
+    CStringA() noexcept : m_pszData(const_cast<char*>("")), m_nLength(0), m_nAlloc(0) {}
+    CStringA(const CStringA& strSrc);
+    CStringA(CStringA&& strSrc) noexcept;
+    CStringA(PCXSTR pszSrc);
+    CStringA(PCXSTR pch, int nLength);
+    CStringA(LPCWSTR pszSrc);
+    CStringA(LPCWSTR pch, int nLength);
+    // Explicit so that mixed expressions (s == "text", s + "text") keep resolving to CString.
+    explicit CStringA(const CString& strSrc);
+    explicit CStringA(XCHAR ch, int nRepeat = 1);
+    ~CStringA() noexcept;
+
+    CStringA& operator=(const CStringA& strSrc);
+    CStringA& operator=(CStringA&& strSrc) noexcept;
+    CStringA& operator=(PCXSTR pszSrc);
+    CStringA& operator=(LPCWSTR pszSrc);
+    CStringA& operator=(const CString& strSrc);
+    CStringA& operator=(XCHAR ch);
+    CStringA& operator+=(const CStringA& str);
+    CStringA& operator+=(PCXSTR psz);
+    CStringA& operator+=(XCHAR ch);
+
+    int GetLength() const noexcept { return m_nLength; }
+    BOOL IsEmpty() const noexcept { return m_nLength == 0; }
+    void Empty() noexcept;
+    PCXSTR GetString() const noexcept { return m_pszData; }
+    operator PCXSTR() const noexcept { return m_pszData; }
+    // Index 0..GetLength(); anything else throws CInvalidArgException.
+    XCHAR GetAt(int iChar) const
+    {
+        if (static_cast<unsigned>(iChar) > static_cast<unsigned>(m_nLength))
+            AfxThrowInvalidArgException();
+        return m_pszData[iChar];
+    }
+    XCHAR operator[](int iChar) const { return GetAt(iChar); }
+    void SetAt(int iChar, XCHAR ch);
+    void SetString(PCXSTR pszSrc, int nLength);
+    void Append(PCXSTR pszSrc, int nLength);
+
+    int Compare(PCXSTR psz) const;
+    int CompareNoCase(PCXSTR psz) const;
+
+    // Narrow printf rules: %s is narrow, %S wide.
+    template <class... Args>
+    void Format(PCXSTR pszFormat, const Args&... args)
+    {
+        FormatUnchecked(pszFormat, CString::FormatArg(args)...);
+    }
+    template <class... Args>
+    void AppendFormat(PCXSTR pszFormat, const Args&... args)
+    {
+        AppendFormatUnchecked(pszFormat, CString::FormatArg(args)...);
+    }
+    void FormatV(PCXSTR pszFormat, va_list args);
+    void AppendFormatV(PCXSTR pszFormat, va_list args);
+    void AFX_CDECL FormatUnchecked(PCXSTR pszFormat, ...);
+    void AFX_CDECL AppendFormatUnchecked(PCXSTR pszFormat, ...);
+
+    int Find(XCHAR ch, int iStart = 0) const noexcept;
+    int Find(PCXSTR pszSub, int iStart = 0) const noexcept;
+    int ReverseFind(XCHAR ch) const noexcept;
+    CStringA Left(int nCount) const;
+    CStringA Mid(int iFirst) const;
+    CStringA Mid(int iFirst, int nCount) const;
+    CStringA Right(int nCount) const;
+    int Replace(XCHAR chOld, XCHAR chNew);
+    int Replace(PCXSTR pszOld, PCXSTR pszNew);
+    CStringA& MakeUpper();
+    CStringA& MakeLower();
+    CStringA& Trim();
+    CStringA& TrimLeft();
+    CStringA& TrimRight();
+
+    PXSTR GetBuffer();
+    PXSTR GetBuffer(int nMinBufferLength);
+    PXSTR GetBufferSetLength(int nLength);
+    void ReleaseBuffer(int nNewLength = -1);
+
+private:
+    void Reserve(int nLength);
+    char* m_pszData;  // "" (static) while nothing is allocated
+    int m_nLength;
+    int m_nAlloc;     // 0 while nothing is allocated
+};
+
+inline LPCSTR CString::FormatArg(const CStringA& s) noexcept { return s.GetString(); }
+
+KXAFX_API CStringA AFXAPI operator+(const CStringA& str1, const CStringA& str2);
+KXAFX_API CStringA AFXAPI operator+(const CStringA& str1, LPCSTR psz2);
+KXAFX_API CStringA AFXAPI operator+(LPCSTR psz1, const CStringA& str2);
+KXAFX_API CStringA AFXAPI operator+(const CStringA& str1, char ch2);
+inline bool operator==(const CStringA& a, const CStringA& b) noexcept
+{
+    return a.GetLength() == b.GetLength() && a.Compare(b) == 0;
+}
+inline bool operator==(const CStringA& a, LPCSTR b) noexcept { return a.Compare(b) == 0; }
+inline bool operator==(LPCSTR a, const CStringA& b) noexcept { return b.Compare(a) == 0; }
+inline bool operator!=(const CStringA& a, const CStringA& b) noexcept { return !(a == b); }
+inline bool operator!=(const CStringA& a, LPCSTR b) noexcept { return a.Compare(b) != 0; }
+inline bool operator!=(LPCSTR a, const CStringA& b) noexcept { return b.Compare(a) != 0; }
+inline bool operator<(const CStringA& a, const CStringA& b) noexcept { return a.Compare(b) < 0; }
+inline bool operator>(const CStringA& a, const CStringA& b) noexcept { return a.Compare(b) > 0; }
 
 // Concatenation.
 KXAFX_API CString AFXAPI operator+(const CString& str1, const CString& str2);

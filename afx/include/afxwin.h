@@ -333,6 +333,16 @@ public:
     void ScrollWindow(int xAmount, int yAmount, LPCRECT lpRect = NULL, LPCRECT lpClipRect = NULL)
     { ::ScrollWindow(m_hWnd, xAmount, yAmount, lpRect, lpClipRect); }
 
+    // ---- ActiveX controls (afxdisp.h: AfxEnableControlContainer first) ----
+    // Creates the control in a container window that this object wraps; FALSE when
+    // the control cannot be created (no window is left then).
+    BOOL CreateControl(REFCLSID clsid, LPCTSTR lpszWindowName, DWORD dwStyle, const RECT& rect, CWnd* pParentWnd,
+                       UINT nID);
+    BOOL CreateControl(LPCTSTR pszClass, LPCTSTR lpszWindowName, DWORD dwStyle, const RECT& rect, CWnd* pParentWnd,
+                       UINT nID);
+    // The hosted control (not AddRef'ed), or NULL.
+    LPUNKNOWN GetControlUnknown();
+
     // ---- menus ----
     CMenu* GetMenu() const;
     BOOL SetMenu(CMenu* pMenu);

@@ -450,3 +450,51 @@ TEST(String, SharedBlocksSurviveCopiesOnManyThreads)
     EXPECT_EQ(block, shared.GetString());
     EXPECT_STREQ(L"Shared between threads", shared);
 }
+
+TEST(String, NarrowStringConvertsBothWays)
+{
+    CStringA a("narrow");
+    CString w(a);
+    EXPECT_STREQ(L"narrow", w);
+    CStringA back(w);
+    EXPECT_STREQ("narrow", back);
+    CStringA fromWide = L"wide text";
+    EXPECT_STREQ("wide text", fromWide);
+    w = a;
+    EXPECT_STREQ(L"narrow", w);
+
+    // Mixed expressions keep their CString meaning.
+    CString s(L"abc");
+    EXPECT_TRUE(s == CString("abc"));
+    EXPECT_STREQ(L"abcdef", s + "def");
+    EXPECT_TRUE(s == "abc");
+
+    a.Format("%s=%d %S", "n", 5, L"w");
+    EXPECT_STREQ("n=5 w", a);
+    a.AppendFormat(" %s", CStringA("more"));
+    EXPECT_STREQ("n=5 w more", a);
+    w.Format(L"%S", a);  // a narrow CString argument to a wide format
+    EXPECT_STREQ(L"n=5 w more", w);
+
+    a += a;
+    EXPECT_STREQ("n=5 w moren=5 w more", a);
+    EXPECT_EQ(2, a.Replace("more", "x"));
+    EXPECT_STREQ("n=5 w xn=5 w x", a);
+    EXPECT_EQ(7, a.Find('n', 1));
+    EXPECT_EQ(7, a.Find("n=5", 1));
+    EXPECT_EQ(-1, a.Find("n=5", 8));
+    EXPECT_STREQ(" x", a.Right(2));
+    EXPECT_STREQ("", a.Mid(99));
+    EXPECT_STREQ("t", CStringA("  t  ").Trim());
+    EXPECT_STREQ("ABC", CStringA("abc").MakeUpper());
+
+    char* p = a.GetBuffer(40);
+    strcpy(p, "filled");
+    a.ReleaseBuffer();
+    EXPECT_EQ(6, a.GetLength());
+    EXPECT_TRUE(a == "filled" && "filled" == a && a != "other");
+    CStringA moved = std::move(a);
+    EXPECT_TRUE(a.IsEmpty());
+    EXPECT_STREQ("filled", moved);
+    EXPECT_TRUE(ThrowsInvalidArg([&] { moved.GetAt(7); }));
+}
