@@ -30,7 +30,11 @@ KxUiOXEdit::KxUiOXEdit()
 {
 }
 
-KxUiOXEdit::~KxUiOXEdit() = default;
+KxUiOXEdit::~KxUiOXEdit()
+{
+    // The window goes while the font and brush it draws with still exist.
+    DestroyWindow();
+}
 
 BOOL KxUiOXEdit::Create(DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID)
 {
