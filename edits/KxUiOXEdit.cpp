@@ -2,7 +2,7 @@
 #include <tchar.h>
 #include <algorithm>
 
-IMPLEMENT_DYNCREATE(KxUiOXEdit, CWnd)
+IMPLEMENT_DYNCREATE(KxUiOXEdit, CEdit)
 
 namespace {
 
@@ -32,17 +32,14 @@ KxUiOXEdit::KxUiOXEdit()
 
 KxUiOXEdit::~KxUiOXEdit()
 {
+    // The window goes while the font and brush it draws with still exist.
     DestroyWindow();
-    if (m_hFont != nullptr)
-        ::DeleteObject(m_hFont);
-    if (m_hBrushBack != nullptr)
-        ::DeleteObject(m_hBrushBack);
 }
 
 BOOL KxUiOXEdit::Create(DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT nID)
 {
     m_bCreating = true;
-    BOOL bOk = CWnd::Create(_T("EDIT"), nullptr, dwStyle, rect, pParentWnd, nID);
+    BOOL bOk = CEdit::Create(dwStyle, rect, pParentWnd, nID);
     m_bCreating = false;
     if (bOk)
         InitControl();
@@ -51,7 +48,7 @@ BOOL KxUiOXEdit::Create(DWORD dwStyle, const RECT& rect, CWnd* pParentWnd, UINT 
 
 void KxUiOXEdit::PreSubclassWindow()
 {
-    CWnd::PreSubclassWindow();
+    CEdit::PreSubclassWindow();
     // Creation initialises once the native edit exists (in Create); subclassing an existing
     // edit initialises here.
     if (!m_bCreating)
@@ -334,9 +331,8 @@ void KxUiOXEdit::SaveFont(HFONT hFont)
     LOGFONTW lf;
     if (hFont == nullptr || ::GetObjectW(hFont, sizeof(lf), &lf) != sizeof(lf))
         return;
-    if (m_hFont != nullptr)
-        ::DeleteObject(m_hFont);
-    m_hFont = ::CreateFontIndirectW(&lf);
+    m_font.DeleteObject();
+    m_font.CreateFontIndirect(&lf);
 }
 
 void KxUiOXEdit::SetTextColor(COLORREF clrText, BOOL bRedraw)
@@ -349,10 +345,7 @@ void KxUiOXEdit::SetTextColor(COLORREF clrText, BOOL bRedraw)
 void KxUiOXEdit::SetBkColor(COLORREF clrBack, BOOL bRedraw)
 {
     m_clrBack = clrBack;
-    if (m_hBrushBack != nullptr) {
-        ::DeleteObject(m_hBrushBack);
-        m_hBrushBack = nullptr;
-    }
+    m_brBack.DeleteObject();
     if (bRedraw && m_hWnd != nullptr)
         ::InvalidateRect(m_hWnd, nullptr, TRUE);
 }
@@ -368,9 +361,7 @@ BOOL KxUiOXEdit::SetToolTipText(LPCTSTR lpszText)
 void KxUiOXEdit::AttachToolTip()
 {
     if (m_toolTip.m_hWnd == nullptr) {
-        if (m_sToolTipText.IsEmpty() ||
-            !m_toolTip.CreateEx(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP, CW_USEDEFAULT,
-                                CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, m_hWnd, nullptr))
+        if (m_sToolTipText.IsEmpty() || !m_toolTip.Create(this, TTS_ALWAYSTIP))
             return;
     }
     TOOLINFOW ti = {};
@@ -403,13 +394,13 @@ BOOL KxUiOXEdit::OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESU
         HDC hDC = reinterpret_cast<HDC>(wParam);
         ::SetTextColor(hDC, m_clrText);
         ::SetBkColor(hDC, m_clrBack);
-        if (m_hBrushBack == nullptr)
-            m_hBrushBack = ::CreateSolidBrush(m_clrBack);
+        if (m_brBack.m_hObject == nullptr)
+            m_brBack.CreateSolidBrush(m_clrBack);
         if (pResult)
-            *pResult = reinterpret_cast<LRESULT>(m_hBrushBack);
+            *pResult = reinterpret_cast<LRESULT>(m_brBack.m_hObject);
         return TRUE;
     }
-    return CWnd::OnChildNotify(message, wParam, lParam, pResult);
+    return CEdit::OnChildNotify(message, wParam, lParam, pResult);
 }
 
 // ---------------------------------------------------------------------------------------
@@ -434,7 +425,7 @@ LRESULT KxUiOXEdit::OnChar(WPARAM nChar, LPARAM lParam)
 {
     LONG_PTR nStyle = styleOf(m_hWnd);
     if (nStyle & ES_READONLY)
-        return CWnd::WindowProc(WM_CHAR, nChar, lParam);
+        return CEdit::WindowProc(WM_CHAR, nChar, lParam);
     int nStart, nEnd;
     GetSelection(nStart, nEnd);
 
@@ -444,7 +435,7 @@ LRESULT KxUiOXEdit::OnChar(WPARAM nChar, LPARAM lParam)
     if (bReturn)
         ch = _T('\r');
     if ((ch < 0x20 || ch == 0x7F) && ch != VK_BACK && !(bReturn && bReturnAccepted))
-        return CWnd::WindowProc(WM_CHAR, nChar, lParam);
+        return CEdit::WindowProc(WM_CHAR, nChar, lParam);
 
     if (ch == VK_BACK) {
         int nCaret = nStart != nEnd ? DeleteMoving(nStart, nEnd, -1, 0)
@@ -465,7 +456,7 @@ LRESULT KxUiOXEdit::OnChar(WPARAM nChar, LPARAM lParam)
     // ES_NUMBER refuses other characters natively; checked before a selection is replaced,
     // so that a refused character cannot delete it.
     if ((nStyle & ES_NUMBER) && !(ch >= _T('0') && ch <= _T('9')) && !bReturn)
-        return CWnd::WindowProc(WM_CHAR, nChar, lParam);
+        return CEdit::WindowProc(WM_CHAR, nChar, lParam);
 
     if (nStart != nEnd) {
         int s = nStart, e = nEnd;
@@ -502,7 +493,7 @@ LRESULT KxUiOXEdit::OnChar(WPARAM nChar, LPARAM lParam)
 LRESULT KxUiOXEdit::OnKeyDown(WPARAM nKey, LPARAM lParam)
 {
     if (styleOf(m_hWnd) & ES_READONLY)
-        return CWnd::WindowProc(WM_KEYDOWN, nKey, lParam);
+        return CEdit::WindowProc(WM_KEYDOWN, nKey, lParam);
     bool bShift = keyDown(VK_SHIFT);
     int nStart, nEnd;
     switch (nKey) {
@@ -520,7 +511,7 @@ LRESULT KxUiOXEdit::OnKeyDown(WPARAM nKey, LPARAM lParam)
     case VK_UP:
     case VK_RIGHT:
     case VK_DOWN: {
-        LRESULT lResult = CWnd::WindowProc(WM_KEYDOWN, nKey, lParam);
+        LRESULT lResult = CEdit::WindowProc(WM_KEYDOWN, nKey, lParam);
         if (!bShift) {
             GetSelection(nStart, nEnd);
             if (!IsInputPosition(nStart)) {
@@ -546,13 +537,13 @@ LRESULT KxUiOXEdit::OnKeyDown(WPARAM nKey, LPARAM lParam)
     default:
         break;
     }
-    return CWnd::WindowProc(WM_KEYDOWN, nKey, lParam);
+    return CEdit::WindowProc(WM_KEYDOWN, nKey, lParam);
 }
 
 LRESULT KxUiOXEdit::OnSetText(LPCTSTR lpszText)
 {
     if (m_nUpdateDepth > 0) {
-        LRESULT lResult = CWnd::WindowProc(WM_SETTEXT, 0, reinterpret_cast<LPARAM>(lpszText));
+        LRESULT lResult = CEdit::WindowProc(WM_SETTEXT, 0, reinterpret_cast<LPARAM>(lpszText));
         NotifyParent(EN_UPDATE);
         if (m_bNotifyChange)
             NotifyParent(EN_CHANGE);
@@ -568,10 +559,10 @@ LRESULT KxUiOXEdit::OnSetText(LPCTSTR lpszText)
 LRESULT KxUiOXEdit::OnClipboard(UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (message != EM_REPLACESEL && (styleOf(m_hWnd) & ES_READONLY))
-        return CWnd::WindowProc(message, wParam, lParam);
+        return CEdit::WindowProc(message, wParam, lParam);
     int nStart, nEnd;
     GetSelection(nStart, nEnd);
-    LRESULT lResult = CWnd::WindowProc(message, wParam, lParam);
+    LRESULT lResult = CEdit::WindowProc(message, wParam, lParam);
     switch (message) {
     case WM_CUT: {
         int s = nStart, e = nEnd;
@@ -635,7 +626,7 @@ LRESULT KxUiOXEdit::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         // The native undo would restore a text the input data knows nothing of.
         return FALSE;
     case WM_LBUTTONDOWN: {
-        LRESULT lResult = CWnd::WindowProc(message, wParam, lParam);
+        LRESULT lResult = CEdit::WindowProc(message, wParam, lParam);
         int nStart, nEnd;
         GetSelection(nStart, nEnd);
         if (nStart == nEnd && !IsInputPosition(nStart))
@@ -643,7 +634,7 @@ LRESULT KxUiOXEdit::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         return lResult;
     }
     case WM_SETFOCUS: {
-        LRESULT lResult = CWnd::WindowProc(message, wParam, lParam);
+        LRESULT lResult = CEdit::WindowProc(message, wParam, lParam);
         if (!m_bHighlightOnSetFocus) {
             int nStart, nEnd;
             GetSelection(nStart, nEnd);
@@ -651,9 +642,9 @@ LRESULT KxUiOXEdit::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
             if (nStart == 0 && nEnd == nLength && nLength > 0)
                 SetCaret(0);
         }
-        if (m_hFont != nullptr) {
+        if (m_font.m_hObject != nullptr) {
             m_bSettingFont = 1;
-            ::SendMessageW(m_hWnd, WM_SETFONT, reinterpret_cast<WPARAM>(m_hFont), TRUE);
+            ::SendMessageW(m_hWnd, WM_SETFONT, reinterpret_cast<WPARAM>(m_font.m_hObject), TRUE);
             m_bSettingFont = 0;
         }
         return lResult;
@@ -665,5 +656,5 @@ LRESULT KxUiOXEdit::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
     default:
         break;
     }
-    return CWnd::WindowProc(message, wParam, lParam);
+    return CEdit::WindowProc(message, wParam, lParam);
 }

@@ -3,6 +3,7 @@
 #pragma once
 #include "KxUiDef.h"
 #include <afxwin.h>
+#include <afxcmn.h>
 
 // Mask language: "#" marks the input area; "##" is a literal "#"; every other character is
 // a literal. Literals before the input area are the left literals, all later ones the right
@@ -11,9 +12,7 @@
 //
 // Positions: a real position indexes the window text, a logical position the input data.
 // With L left literals and N input characters the caret may stand on L..L+N.
-//
-// The control is the platform's edit control (window class "EDIT") with a CWnd in front.
-class KXUI_API KxUiOXEdit : public CWnd {
+class KXUI_API KxUiOXEdit : public CEdit {
     DECLARE_DYNCREATE(KxUiOXEdit)
 public:
     KxUiOXEdit();
@@ -47,8 +46,7 @@ public:
     // The tooltip shows when the mouse rests on the control; an empty text removes it.
     BOOL SetToolTipText(LPCTSTR lpszText);
     CString GetToolTipText() const { return m_sToolTipText; }
-    // The tooltip control (no window until a text is set).
-    CWnd& GetToolTip() { return m_toolTip; }
+    CToolTipCtrl& GetToolTip() { return m_toolTip; }
 
     // When on, focus keeps a whole-text selection instead of placing the caret at the input.
     void SetHighlightOnSetFocus(BOOL bHighlight) { m_bHighlightOnSetFocus = bHighlight != FALSE; }
@@ -99,7 +97,7 @@ protected:
     // Keeps a copy of the font given to the control.
     void SaveFont(HFONT hFont);
 
-    HFONT m_hFont = nullptr; // owned
+    CFont m_font;
     COLORREF m_clrText;
     COLORREF m_clrBack;
     CString m_sMask;
@@ -108,7 +106,7 @@ protected:
     CString m_arrInputData;
     int m_nInsertMode;
     CString m_sToolTipText;
-    CWnd m_toolTip;
+    CToolTipCtrl m_toolTip;
     int m_nUpdateDepth;
     int m_bNotifyChange;
     int m_bHighlightOnSetFocus;
@@ -123,7 +121,7 @@ private:
     int DeleteMoving(int nStart, int nEnd, int nStep, int nLimit);
     void AttachToolTip();
 
-    HBRUSH m_hBrushBack = nullptr; // owned
+    CBrush m_brBack;
     bool m_bCreating = false;
     bool m_bOwnNotify = false;
 };

@@ -342,9 +342,9 @@ TEST_F(OXNumericEditTest, DialogDataExchangeOfTheValue)
     EXPECT_FLOAT_EQ(-7.25f, f);
     EXPECT_EQ(-7, n);
     // A control of another kind exchanges nothing.
-    CWnd plain;
+    CEdit plain;
     RECT rc = {0, 50, 50, 70};
-    ASSERT_TRUE(plain.Create(L"EDIT", nullptr, WS_CHILD | WS_VISIBLE, rc, &host, 103));
+    ASSERT_TRUE(plain.Create(WS_CHILD | WS_VISIBLE, rc, &host, 103));
     n = 5;
     DDX_KXUIOXNumericEdit(&save, 103, n);
     EXPECT_EQ(5, n);
