@@ -3,3 +3,5 @@
 #include <windows.h>
 #include <commctrl.h>
 #include <afx.h>
+#include <afxtempl.h>
+#include <afxwin.h>

@@ -32,6 +32,7 @@ public:
     void SetOwner(HWND owner) { m_fos.hwnd = owner; }
     // Progress title shown with FOF_SIMPLEPROGRESS; an empty text means none.
     void SetTitle(CString title);
+    void SetTitle(int resourceId);
     void SetFlags(WORD flags) { m_fos.fFlags = flags; }
     WORD GetFlags() const { return m_fos.fFlags; }
     BOOL AnyOperationsAborted() const { return m_fos.fAnyOperationsAborted; }

@@ -145,6 +145,13 @@ void KxUiShellFileOp::SetTitle(CString title)
     m_fos.lpszProgressTitle = m_pTitle;
 }
 
+void KxUiShellFileOp::SetTitle(int resourceId)
+{
+    CString title;
+    title.LoadString(UINT(resourceId));
+    SetTitle(title);
+}
+
 LONG KxUiShellFileOp::run(UINT operation)
 {
     m_fos.fAnyOperationsAborted = FALSE;

@@ -126,6 +126,11 @@ public:
     void SeekToBegin() { Seek(0, CFile::begin); }
 
     // Overridables
+    // A second CFile on a duplicate of the handle (same file position).
+    virtual CFile* Duplicate() const;
+    // Byte-range locks: others reading or writing the range fail with lockViolation.
+    virtual void LockRange(ULONGLONG dwPos, ULONGLONG dwCount);
+    virtual void UnlockRange(ULONGLONG dwPos, ULONGLONG dwCount);
     virtual ULONGLONG Seek(LONGLONG lOff, UINT nFrom);
     virtual void SetLength(ULONGLONG dwNewLen);
     virtual ULONGLONG GetLength() const;
@@ -163,6 +168,10 @@ public:
 
     // Size and position of the memory file; no name, times or attributes.
     BOOL GetStatus(CFileStatus& rStatus) const;
+    // Not supported by memory files (CNotSupportedException).
+    CFile* Duplicate() const override;
+    void LockRange(ULONGLONG dwPos, ULONGLONG dwCount) override;
+    void UnlockRange(ULONGLONG dwPos, ULONGLONG dwCount) override;
     ULONGLONG GetPosition() const override;
     ULONGLONG Seek(LONGLONG lOff, UINT nFrom) override;
     void SetLength(ULONGLONG dwNewLen) override;
@@ -213,6 +222,10 @@ public:
     virtual BOOL ReadString(CString& rString);
 
     BOOL Open(LPCTSTR lpszFileName, UINT nOpenFlags, CFileException* pError = nullptr) override;
+    // Not supported on streams (CNotSupportedException).
+    CFile* Duplicate() const override;
+    void LockRange(ULONGLONG dwPos, ULONGLONG dwCount) override;
+    void UnlockRange(ULONGLONG dwPos, ULONGLONG dwCount) override;
     ULONGLONG GetPosition() const override;
     ULONGLONG Seek(LONGLONG lOff, UINT nFrom) override;
     ULONGLONG GetLength() const override;

@@ -96,6 +96,7 @@ protected:
     virtual void PostNcDestroy();  // views are created with new and delete themselves
     afx_msg int OnCreate(LPCREATESTRUCT lpcs);
     afx_msg void OnDestroy();
+    afx_msg void OnPaint();  // calls OnDraw with a CPaintDC
     afx_msg int OnMouseActivate(CWnd* pDesktopWnd, UINT nHitTest, UINT message);
     afx_msg LRESULT OnInitialUpdateMsg(WPARAM, LPARAM);
 

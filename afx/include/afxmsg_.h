@@ -242,6 +242,7 @@ protected:                                                      \
 #define ON_WM_NCHITTEST() _AFX_WM_ENTRY(WM_NCHITTEST, AfxSig_l_p, LRESULT (CWnd::*)(CPoint), OnNcHitTest)
 #define ON_WM_PAINT() _AFX_WM_ENTRY(WM_PAINT, AfxSig_v_v, void (CWnd::*)(), OnPaint)
 #define ON_WM_NCPAINT() _AFX_WM_ENTRY(WM_NCPAINT, AfxSig_v_v, void (CWnd::*)(), OnNcPaint)
+#define ON_WM_ERASEBKGND() _AFX_WM_ENTRY(WM_ERASEBKGND, AfxSig_b_D, BOOL (CWnd::*)(CDC*), OnEraseBkgnd)
 #define ON_WM_TIMER() _AFX_WM_ENTRY(WM_TIMER, AfxSig_v_w, void (CWnd::*)(UINT_PTR), OnTimer)
 #define ON_WM_HSCROLL() \
     _AFX_WM_ENTRY(WM_HSCROLL, AfxSig_v_u_u_SB, void (CWnd::*)(UINT, UINT, CScrollBar*), OnHScroll)
@@ -319,3 +320,7 @@ protected:                                                      \
 #define ON_WM_SETTINGCHANGE() \
     _AFX_WM_ENTRY(WM_SETTINGCHANGE, AfxSig_v_u_s, void (CWnd::*)(UINT, LPCTSTR), OnSettingChange)
 #define ON_WM_SYSCOLORCHANGE() _AFX_WM_ENTRY(WM_SYSCOLORCHANGE, AfxSig_v_v, void (CWnd::*)(), OnSysColorChange)
+#define ON_WM_CTLCOLOR() \
+    _AFX_WM_ENTRY(WM_CTLCOLOR, AfxSig_hbr_D_W_u, HBRUSH (CWnd::*)(CDC*, CWnd*, UINT), OnCtlColor)
+#define ON_WM_CTLCOLOR_REFLECT() \
+    _AFX_WM_ENTRY(WM_CTLCOLOR + WM_REFLECT_BASE, AfxSig_hbr_D_u, HBRUSH (CWnd::*)(CDC*, UINT), CtlColor)

@@ -229,6 +229,32 @@ void CFile::Write(const void* lpBuf, UINT nCount)
         AfxThrowFileException(CFileException::diskFull, -1, m_strFileName);
 }
 
+CFile* CFile::Duplicate() const
+{
+    HANDLE hFile;
+    if (!::DuplicateHandle(::GetCurrentProcess(), m_hFile, ::GetCurrentProcess(), &hFile, 0, FALSE,
+                           DUPLICATE_SAME_ACCESS))
+        ThrowLastError(m_strFileName);
+    CFile* pFile = new CFile(hFile);
+    pFile->m_bCloseOnDelete = TRUE;
+    pFile->m_strFileName = m_strFileName;
+    return pFile;
+}
+
+void CFile::LockRange(ULONGLONG dwPos, ULONGLONG dwCount)
+{
+    if (!::LockFile(m_hFile, static_cast<DWORD>(dwPos), static_cast<DWORD>(dwPos >> 32),
+                    static_cast<DWORD>(dwCount), static_cast<DWORD>(dwCount >> 32)))
+        ThrowLastError(m_strFileName);
+}
+
+void CFile::UnlockRange(ULONGLONG dwPos, ULONGLONG dwCount)
+{
+    if (!::UnlockFile(m_hFile, static_cast<DWORD>(dwPos), static_cast<DWORD>(dwPos >> 32),
+                      static_cast<DWORD>(dwCount), static_cast<DWORD>(dwCount >> 32)))
+        ThrowLastError(m_strFileName);
+}
+
 ULONGLONG CFile::Seek(LONGLONG lOff, UINT nFrom)
 {
     if (nFrom != begin && nFrom != current && nFrom != end)

@@ -155,6 +155,21 @@ BOOL CMemFile::GetStatus(CFileStatus& rStatus) const
     return TRUE;
 }
 
+CFile* CMemFile::Duplicate() const
+{
+    AfxThrowNotSupportedException();
+}
+
+void CMemFile::LockRange(ULONGLONG, ULONGLONG)
+{
+    AfxThrowNotSupportedException();
+}
+
+void CMemFile::UnlockRange(ULONGLONG, ULONGLONG)
+{
+    AfxThrowNotSupportedException();
+}
+
 ULONGLONG CMemFile::GetPosition() const
 {
     return m_nPosition;

@@ -189,6 +189,21 @@ BOOL CStdioFile::ReadString(CString& rString)
     return TRUE;
 }
 
+CFile* CStdioFile::Duplicate() const
+{
+    AfxThrowNotSupportedException();
+}
+
+void CStdioFile::LockRange(ULONGLONG, ULONGLONG)
+{
+    AfxThrowNotSupportedException();
+}
+
+void CStdioFile::UnlockRange(ULONGLONG, ULONGLONG)
+{
+    AfxThrowNotSupportedException();
+}
+
 UINT CStdioFile::Read(void* lpBuf, UINT nCount)
 {
     if (nCount == 0)

@@ -556,6 +556,10 @@ BOOL CWnd::DispatchMapEntry(const AFX_MSGMAP_ENTRY* lpEntry, UINT, WPARAM wParam
     case AfxSig_v_u_l:
         KXAFX_CALL(void (CWnd::*)(UINT, LPARAM))(static_cast<UINT>(wParam), lParam);
         break;
+    case AfxSig_b_D:
+    case AfxSig_hbr_D_W_u:
+    case AfxSig_hbr_D_u:
+        return AfxDispatchDCEntry(this, lpEntry->nSig, lpEntry->pfn, wParam, lParam, pResult);
     default:
         return FALSE;
     }

@@ -115,6 +115,37 @@ TEST(File, FailuresReportTheirCause)
     EXPECT_EQ(KxFileCause(CFileException::badSeek), KX_EXCEPTION_OF(owner.Seek(-1, CFile::begin)));
 }
 
+TEST(File, DuplicateSharesThePositionAndLocksExcludeOtherLocks)
+{
+    KxTempDir dir;
+    CString path = dir.Path(L"shared.bin");
+    CFile f(path, CFile::modeCreate | CFile::modeReadWrite | CFile::shareDenyNone);
+    f.Write("0123456789", 10);
+    f.Seek(2, CFile::begin);
+    CFile* dup = f.Duplicate();
+    char c = 0;
+    dup->Read(&c, 1);
+    EXPECT_EQ('2', c);
+    EXPECT_EQ(3u, f.GetPosition()); // one file object behind both handles
+    EXPECT_EQ(path, dup->GetFilePath());
+    delete dup; // closes its own handle only
+    f.Read(&c, 1);
+    EXPECT_EQ('3', c);
+
+    // (Wine does not make plain reads honour the locks, so locks are checked against locks.)
+    f.LockRange(4, 2);
+    CFile other(path, CFile::modeRead | CFile::shareDenyNone);
+    EXPECT_EQ(KxFileCause(CFileException::lockViolation), KX_EXCEPTION_OF(other.LockRange(5, 1)));
+    EXPECT_EQ("none", KX_EXCEPTION_OF(other.LockRange(6, 1)));
+    f.UnlockRange(4, 2);
+    EXPECT_EQ("none", KX_EXCEPTION_OF(other.LockRange(5, 1)));
+    EXPECT_NE("none", KX_EXCEPTION_OF(f.UnlockRange(4, 2))); // not locked any more
+
+    CMemFile m;
+    EXPECT_EQ("not-supported", KX_EXCEPTION_OF(m.LockRange(0, 1)));
+    EXPECT_EQ("not-supported", KX_EXCEPTION_OF(delete m.Duplicate()));
+}
+
 TEST(MemFile, GrowsOnWriteAndReadsWhatThereIs)
 {
     CMemFile f(16);

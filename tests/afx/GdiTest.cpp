@@ -227,6 +227,13 @@ TEST(Gdi, LinesShapesAndBlits)
     c.dc.SelectObject(oldBrush);
     c.dc.SelectObject(oldPen);
 
+    CBitmap check;  // the system's check mark (OBM_CHECK)
+    ASSERT_TRUE(check.LoadOEMBitmap(32760));
+    BITMAP oem = {};
+    ASSERT_TRUE(check.GetBitmap(&oem));
+    EXPECT_GT(oem.bmWidth, 0);
+    EXPECT_FALSE(check.LoadOEMBitmap(32760));  // holds one already
+
     // A memory DC with a bitmap, blitted and stretched.
     CDC mem;
     ASSERT_TRUE(mem.CreateCompatibleDC(&c.dc));

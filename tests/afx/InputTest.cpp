@@ -1,5 +1,6 @@
 // Keyboard and mouse helpers produce the messages, characters and key states of a user.
 #include "KxInput.h"
+#include "KxMsgRecorder.h"
 
 #include <string>
 #include <vector>
@@ -192,4 +193,37 @@ TEST_F(Input, ClicksSelectListViewItemsThroughItsTrackingLoop)
     p = center(0);
     KxClick(list, p.x, p.y, KxShift);
     EXPECT_EQ((std::vector<int>{0, 1, 2, 3}), selected());  // the range from the last clicked item
+}
+
+TEST_F(Input, DraggingAListViewItemStartsADragWhereAClickDoesNot)
+{
+    INITCOMMONCONTROLSEX icc = {sizeof icc, ICC_LISTVIEW_CLASSES};
+    InitCommonControlsEx(&icc);
+    HWND list = CreateWindowExW(0, WC_LISTVIEWW, L"", WS_CHILD | WS_VISIBLE | LVS_REPORT, 0, 0, 280, 150, m_wnd,
+                                reinterpret_cast<HMENU>(9), GetModuleHandleW(nullptr), nullptr);
+    LVCOLUMNW col = {LVCF_WIDTH};
+    col.cx = 200;
+    SendMessageW(list, LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&col));
+    LVITEMW item = {LVIF_TEXT};
+    item.pszText = const_cast<LPWSTR>(L"drag me");
+    SendMessageW(list, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    RECT rc = {LVIR_LABEL};
+    SendMessageW(list, LVM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&rc));
+    const POINT from = {(rc.left + rc.right) / 2, (rc.top + rc.bottom) / 2};
+
+    KxMsgRecorder rec;
+    auto count = [&rec](int code) {
+        int n = 0;
+        for (const KxMsg& m : rec.Log())
+            n += m.message == WM_NOTIFY && m.code == code;
+        return n;
+    };
+    rec.Watch(m_wnd, "parent", {WM_NOTIFY});
+    KxClick(list, from.x, from.y);
+    EXPECT_EQ(1, count(NM_CLICK));
+    EXPECT_EQ(0, count(LVN_BEGINDRAG));
+    rec.Clear();
+    KxDrag(list, from, POINT{from.x + 60, from.y + 40});
+    EXPECT_EQ(1, count(LVN_BEGINDRAG));
+    rec.Unwatch(m_wnd);
 }
