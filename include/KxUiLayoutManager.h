@@ -52,7 +52,7 @@ public:
 // The constraints of one child: four sides in storage order top, bottom, left, right, and its limits.
 class KXUI_API KxUiWndConstraint {
 public:
-    explicit KxUiWndConstraint(UINT nId) : m_nId(nId) { Empty(); }
+    explicit KxUiWndConstraint(UINT nId) : m_nId(nId), m_hWnd(nullptr) { Empty(); }
     // Clears the limits and all sides.
     void Empty();
     // (left, top, right, bottom) from the computed positions.
@@ -63,6 +63,7 @@ public:
     CSize m_sizeMin;
     CSize m_sizeMax;
     KxUiSideConstraint m_sides[4];
+    HWND m_hWnd;        // the child's window as last found; checked before every layout
 };
 
 class KXUI_API KxUiLayoutManager : public CObject, public KxUiWndProc {
@@ -156,16 +157,17 @@ public:
     static bool _excludeClipRectOfAllChidren(CWnd* pWnd, CDC& dc, unsigned long dwStyle = 0);
 
 protected:
-    struct ChildWindows;   // the container's children of one layout, by identifier
-
     int FindChild(UINT nId) const;           // index searched from the end, -1 when unknown
     int FindOrAddChild(UINT nId);
     void ResetLearnedLimits();
     // 32767 when the side cannot be computed (cycle, unknown base, missing window).
-    int CalcSideConstraint(KxUiWndConstraint& child, int nSide, const ChildWindows& wnds);
+    int CalcSideConstraint(KxUiWndConstraint& child, int nSide);
     // 0 fits, 1 fails, otherwise a mask of corrections: 2 grow width, 8 shrink width, 4 grow height,
     // 16 shrink height.
-    int CalcLayout(const ChildWindows& wnds);
+    int CalcLayout();
+    // Finds the children's windows for a layout: the window found last time when it is still the
+    // container's child of that identifier, otherwise the container's dialog item.
+    void FindChildWindows();
     // The child's (or base's) rectangle in container client coordinates; false without a window.
     bool GetChildRect(UINT nId, CRect& rc) const;
 

@@ -21,7 +21,7 @@ class KXUI_API KxUiSplitter : public CStatic {
     DECLARE_DYNCREATE(KxUiSplitter)
 public:
     enum { barThickness = 6 };
-    static constexpr UINT noPane = 0xFFFFFFFF;
+    enum : UINT { noPane = 0xFFFFFFFF };
 
     KxUiSplitter();
 

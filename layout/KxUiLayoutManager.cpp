@@ -3,7 +3,6 @@
 #include "KxUiLayoutManager.h"
 #include <afxwin.h>
 #include <algorithm>
-#include <vector>
 
 namespace {
 
@@ -41,37 +40,6 @@ inline int sideOf(const CRect& rc, int nSide)
 const long kMaxSearchRounds = 2L * 32768L;
 
 }  // namespace
-
-// The direct children of the container, found once per layout: one listing of the window tree instead
-// of one search per child (GetDlgItem) keeps a layout linear in the number of children. The first window
-// in z-order wins for a duplicated identifier, as with GetDlgItem.
-struct KxUiLayoutManager::ChildWindows {
-    explicit ChildWindows(HWND hContainer) : m_hContainer(hContainer)
-    {
-        ::EnumChildWindows(hContainer, &collect, reinterpret_cast<LPARAM>(this));
-        std::stable_sort(m_items.begin(), m_items.end(),
-                         [](const Item& a, const Item& b) { return a.nId < b.nId; });
-    }
-    HWND find(UINT nId) const
-    {
-        auto it = std::lower_bound(m_items.begin(), m_items.end(), nId,
-                                   [](const Item& a, UINT id) { return a.nId < id; });
-        return it != m_items.end() && it->nId == nId ? it->hWnd : nullptr;
-    }
-
-    struct Item { UINT nId; HWND hWnd; };
-    HWND m_hContainer;
-    std::vector<Item> m_items;
-
-private:
-    static BOOL CALLBACK collect(HWND hWnd, LPARAM lParam)
-    {
-        ChildWindows* self = reinterpret_cast<ChildWindows*>(lParam);
-        if (::GetAncestor(hWnd, GA_PARENT) == self->m_hContainer)
-            self->m_items.push_back({static_cast<UINT>(::GetDlgCtrlID(hWnd)), hWnd});
-        return TRUE;
-    }
-};
 
 // ---------------------------------------------------------------------------------------------------
 
@@ -406,7 +374,21 @@ void KxUiLayoutManager::SetDefaultConstraint(UINT nId)
 
 // --- layout ----------------------------------------------------------------------------------------
 
-int KxUiLayoutManager::CalcSideConstraint(KxUiWndConstraint& child, int nSide, const ChildWindows& wnds)
+// Searching the container's children for every child at every layout costs a walk of the window list
+// per child; the window found last time is checked instead, which keeps a layout linear in the number
+// of children.
+void KxUiLayoutManager::FindChildWindows()
+{
+    HWND hContainer = m_pContainer->GetSafeHwnd();
+    for (INT_PTR i = 0; i < m_children.GetSize(); ++i) {
+        KxUiWndConstraint& child = *m_children[i];
+        HWND h = child.m_hWnd;
+        if (!h || !::IsWindow(h) || ::GetAncestor(h, GA_PARENT) != hContainer || (UINT)::GetDlgCtrlID(h) != child.m_nId)
+            child.m_hWnd = ::GetDlgItem(hContainer, (int)child.m_nId);
+    }
+}
+
+int KxUiLayoutManager::CalcSideConstraint(KxUiWndConstraint& child, int nSide)
 {
     KxUiSideConstraint& side = child.m_sides[nSide];
     if (side.m_nPos == kComputing)
@@ -416,13 +398,13 @@ int KxUiLayoutManager::CalcSideConstraint(KxUiWndConstraint& child, int nSide, c
 
     if (side.IsEmpty()) {
         CRect rc;
-        if (!windowRectIn(wnds.find(child.m_nId), wnds.m_hContainer, rc))
+        if (!windowRectIn(child.m_hWnd, m_pContainer->GetSafeHwnd(), rc))
             return kUnset;
         int nOpposite = oppositeSide(nSide);
         if (child.m_sides[nOpposite].IsEmpty()) {
             side.m_nPos = sideOf(rc, nSide);
         } else {
-            int nOther = CalcSideConstraint(child, nOpposite, wnds);
+            int nOther = CalcSideConstraint(child, nOpposite);
             if (nOther == kUnset)
                 return kUnset;
             int nSize = isVertical(nSide) ? rc.Height() : rc.Width();
@@ -448,9 +430,9 @@ int KxUiLayoutManager::CalcSideConstraint(KxUiWndConstraint& child, int nSide, c
         }
         KxUiWndConstraint& base = *m_children[nBase];
         int nNearSide = isVertical(nSide) ? 0 : 2;
-        if (side.m_nNearOffset != kUnset && (nNear = CalcSideConstraint(base, nNearSide, wnds)) == kUnset)
+        if (side.m_nNearOffset != kUnset && (nNear = CalcSideConstraint(base, nNearSide)) == kUnset)
             return kUnset;
-        if (side.m_nFarOffset != kUnset && (nFar = CalcSideConstraint(base, nNearSide + 1, wnds)) == kUnset)
+        if (side.m_nFarOffset != kUnset && (nFar = CalcSideConstraint(base, nNearSide + 1)) == kUnset)
             return kUnset;
     } else {
         nFar = isVertical(nSide) ? m_nHeight : m_nWidth;
@@ -467,7 +449,7 @@ int KxUiLayoutManager::CalcSideConstraint(KxUiWndConstraint& child, int nSide, c
     return side.m_nPos;
 }
 
-int KxUiLayoutManager::CalcLayout(const ChildWindows& wnds)
+int KxUiLayoutManager::CalcLayout()
 {
     const INT_PTR nCount = m_children.GetSize();
     for (INT_PTR i = 0; i < nCount; ++i) {
@@ -479,7 +461,7 @@ int KxUiLayoutManager::CalcLayout(const ChildWindows& wnds)
     }
     for (INT_PTR i = 0; i < nCount; ++i)
         for (int nSide = 0; nSide < 4; ++nSide)
-            if (CalcSideConstraint(*m_children[i], nSide, wnds) == kUnset)
+            if (CalcSideConstraint(*m_children[i], nSide) == kUnset)
                 return 1;
     if (m_nMinMaxCount == 0)
         return 0;
@@ -519,7 +501,7 @@ int KxUiLayoutManager::OnSize(int cx, int cy)
 {
     if (!m_pContainer || !::IsWindow(m_pContainer->GetSafeHwnd()) || cx == 0 || cy == 0 || m_children.GetSize() == 0)
         return 1;
-    ChildWindows wnds(m_pContainer->GetSafeHwnd());
+    FindChildWindows();
 
     int w = std::max(cx, m_nMinWidth);
     if (w >= m_nMaxWidth)
@@ -536,7 +518,7 @@ int KxUiLayoutManager::OnSize(int cx, int cy)
             return 0;
         m_nWidth = w;
         m_nHeight = h;
-        int nResult = CalcLayout(wnds);
+        int nResult = CalcLayout();
         if (nResult == 1)
             return 0;
         if (nResult == 0)
@@ -564,7 +546,7 @@ int KxUiLayoutManager::OnSize(int cx, int cy)
     if (!hdwp)
         return 0;
     for (INT_PTR i = 0; i < m_children.GetSize(); ++i) {
-        HWND hChild = wnds.find(m_children[i]->m_nId);
+        HWND hChild = m_children[i]->m_hWnd;
         if (!hChild)
             continue;
         CRect rc = m_children[i]->GetRect();
