@@ -1,0 +1,128 @@
+// Masked, numeric and currency edits: an order form whose fields accept only what fits
+// their mask or number format, each value shown live as it is typed.
+#include "KxUiGalleryPage.h"
+#include "KxUiLayoutManager.h"
+#include "KxUiOXNumericEdit.h"
+
+namespace {
+
+enum : UINT {
+    IDC_FIRST_LABEL = 2300,  // labels: 2300..2304
+    IDC_PHONE = 2310,
+    IDC_PART,
+    IDC_QUANTITY,
+    IDC_PRICE,
+    IDC_DISCOUNT,
+    IDC_FIRST_VALUE = 2320,  // live values: 2320..2324
+    IDC_NOTE = 2330,
+};
+
+const int kFields = 5;
+
+}  // namespace
+
+class CEditsPage : public CGalleryPage {
+    DECLARE_DYNAMIC(CEditsPage)
+
+public:
+    ~CEditsPage() override
+    {
+        if (GetSafeHwnd())
+            DestroyWindow();
+    }
+    LPCWSTR GetTitle() const override { return L"Masked and numeric edits"; }
+    LPCWSTR GetSlug() const override { return L"edits"; }
+    CString GetStatusText() const override
+    {
+        return L"Literals stay in place, numbers are grouped and normalised after every keystroke.";
+    }
+    void Animate() override
+    {
+        // Typing 1 2 3 4 into the price: the control shows the amount formatted as it grows.
+        m_price.SetFocus();
+        m_price.SetSel(0, -1);
+        for (const wchar_t* p = L"1234"; *p; ++p)
+            m_price.SendMessage(WM_CHAR, *p, 1);
+        ShowValues();
+    }
+
+protected:
+    void BuildPage() override
+    {
+        CRect rc;
+        GetClientRect(&rc);
+        const int w = rc.Width();
+        const wchar_t* labels[kFields] = {L"Phone", L"Part number", L"Quantity", L"Unit price", L"Discount (%)"};
+        KxUiOXEdit* edits[kFields] = {&m_phone, &m_part, &m_quantity, &m_price, &m_discount};
+        const int editLeft = 130, editRight = 360;
+        for (int i = 0; i < kFields; ++i) {
+            const int top = 20 + i * 40;
+            AddControl(L"STATIC", labels[i], SS_RIGHT, CRect(10, top + 4, editLeft - 10, top + 22),
+                       IDC_FIRST_LABEL + static_cast<UINT>(i));
+            edits[i]->CreateEx(WS_EX_CLIENTEDGE, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | ES_AUTOHSCROLL,
+                               CRect(editLeft, top, editRight, top + 24), this, IDC_PHONE + static_cast<UINT>(i));
+            ApplyFont(edits[i]);
+            AddControl(L"STATIC", L"", SS_LEFT | SS_NOPREFIX, CRect(editRight + 16, top + 4, w - 10, top + 22),
+                       IDC_FIRST_VALUE + static_cast<UINT>(i));
+        }
+        m_phone.SetMask(L"+44 (0) #");
+        m_phone.SetInputData(L"20 7946 0958");
+        m_part.SetMask(L"PN-# /EU");
+        m_part.SetInputData(L"48213");
+        m_quantity.SetFractionalDigitCount(0);
+        m_quantity.SetValue(1250);
+        m_price.SetValue(89.9);
+        m_discount.SetFractionalDigitCount(2);
+        m_discount.SetValue(12.5);
+        AddControl(L"STATIC",
+                   L"Phone and part number keep their literals around what you type; quantity, unit price "
+                   L"(in your locale's currency format) and discount accept digits, one decimal separator and "
+                   L"a minus sign, and group the thousands themselves.",
+                   SS_LEFT, CRect(10, 230, w - 10, 290), IDC_NOTE);
+
+        using LM = KxUiLayoutManager;
+        m_layout.Attach(this);
+        for (int i = 0; i < kFields; ++i) {
+            m_layout.TieChild(IDC_FIRST_LABEL + static_cast<UINT>(i), LM::sideTop | LM::sideLeft, LM::typeSameSide);
+            m_layout.TieChild(IDC_PHONE + static_cast<UINT>(i), LM::sideTop | LM::sideLeft, LM::typeSameSide);
+            m_layout.TieChild(IDC_FIRST_VALUE + static_cast<UINT>(i), LM::sideTop | LM::sideLeft | LM::sideRight,
+                              LM::typeSameSide);
+        }
+        m_layout.TieChild(IDC_NOTE, LM::sideTop | LM::sideLeft | LM::sideRight, LM::typeSameSide);
+        m_layout.RedrawLayout();
+        ShowValues();
+    }
+
+    BOOL OnCommand(WPARAM wParam, LPARAM lParam) override
+    {
+        const BOOL handled = CGalleryPage::OnCommand(wParam, lParam);
+        if (HIWORD(wParam) == EN_CHANGE && LOWORD(wParam) >= IDC_PHONE && LOWORD(wParam) < IDC_PHONE + kFields)
+            ShowValues();
+        return handled;
+    }
+
+private:
+    void ShowValues()
+    {
+        CString text;
+        text.Format(L"input: %s", static_cast<LPCWSTR>(m_phone.GetInputData()));
+        SetDlgItemText(IDC_FIRST_VALUE, text);
+        text.Format(L"input: %s", static_cast<LPCWSTR>(m_part.GetInputData()));
+        SetDlgItemText(IDC_FIRST_VALUE + 1, text);
+        const KxUiOXNumericEdit* numbers[] = {&m_quantity, &m_price, &m_discount};
+        for (int i = 0; i < 3; ++i) {
+            text.Format(L"value: %.*f", i == 0 ? 0 : 2, numbers[i]->GetValue());
+            SetDlgItemText(IDC_FIRST_VALUE + 2 + static_cast<UINT>(i), text);
+        }
+    }
+
+    KxUiOXEdit m_phone;
+    KxUiOXEdit m_part;
+    KxUiOXNumericEdit m_quantity;
+    KxUiOXCurrencyEdit m_price;
+    KxUiOXNumericEdit m_discount;
+    KxUiLayoutManager m_layout;
+};
+
+IMPLEMENT_DYNAMIC(CEditsPage, CGalleryPage)
+KXGALLERY_PAGE(30, CEditsPage);
