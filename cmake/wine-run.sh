@@ -50,6 +50,10 @@ make_prefix() {
         # debugger that nobody will look at.
         reg 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' /v Debugger /d ''
         reg 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' /v Auto /d 1
+        # Restart the server so that the desktop and services start again under these
+        # settings (the first boot started them with the default display driver).
+        "$wineserver_bin" -k >/dev/null 2>&1
+        "$wineserver_bin" -w >/dev/null 2>&1
         rm -f "$WINEPREFIX"/.kxui-settings-*
         touch "$WINEPREFIX/.kxui-settings-$settings_version"
     fi
