@@ -25,6 +25,7 @@ BEGIN_MESSAGE_MAP(CGalleryFrame, CFrameWnd)
     ON_UPDATE_COMMAND_UI(ID_VIEW_PREVPAGE, OnUpdatePrevPage)
     ON_COMMAND(ID_HELP_ABOUT, OnAbout)
     ON_COMMAND(ID_FILE_EXIT, OnExit)
+    ON_MESSAGE(WM_SETMESSAGESTRING, &CGalleryFrame::OnSetMessageString)
 END_MESSAGE_MAP()
 
 CGalleryFrame::CGalleryFrame() : m_nCurrent(-1), m_bRestore(true) {}
@@ -117,7 +118,7 @@ bool CGalleryFrame::ShowPage(int nIndex)
     CString title;
     title.Format(L"KxUi Gallery - %s", m_pPage->GetTitle());
     SetWindowText(title);
-    m_status.SetPaneText(0, m_pPage->GetStatusText());
+    SetMessageText(m_pPage->GetStatusText());
     return true;
 }
 
@@ -164,6 +165,16 @@ void CGalleryFrame::OnUpdatePrevPage(CCmdUI* pCmdUI)
 void CGalleryFrame::OnAbout()
 {
     AfxMessageBox(L"KxUi Gallery\n\nOne page for each capability of the KxUi library.", MB_ICONINFORMATION);
+}
+
+// The idle message of the status bar is the shown page's description.
+LRESULT CGalleryFrame::OnSetMessageString(WPARAM wParam, LPARAM lParam)
+{
+    if (lParam == 0 && wParam == AFX_IDS_IDLEMESSAGE && m_pPage) {
+        const CString text = m_pPage->GetStatusText();
+        return CFrameWnd::OnSetMessageString(0, reinterpret_cast<LPARAM>(static_cast<LPCWSTR>(text)));
+    }
+    return CFrameWnd::OnSetMessageString(wParam, lParam);
 }
 
 void CGalleryFrame::OnExit()

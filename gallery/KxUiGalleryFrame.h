@@ -37,6 +37,7 @@ protected:
     afx_msg void OnUpdatePrevPage(CCmdUI* pCmdUI);
     afx_msg void OnAbout();
     afx_msg void OnExit();
+    afx_msg LRESULT OnSetMessageString(WPARAM wParam, LPARAM lParam);
     DECLARE_MESSAGE_MAP()
 
 private:
