@@ -1,7 +1,7 @@
 // ActiveX controls hosted in a CWnd: the web browser control answers through its interface.
 #include <afxdisp.h>
 #include <exdisp.h>
-#include "ControlHost.h"
+#include "KxControlHost.h"
 
 namespace {
 

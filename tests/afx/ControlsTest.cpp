@@ -1,6 +1,6 @@
 // The wrappers of the platform's controls: what they set, they read back; owner-drawn
 // items reach the control's own object through reflection.
-#include "ControlHost.h"
+#include "KxControlHost.h"
 #include "KxInput.h"
 #include "KxPixelProbe.h"
 

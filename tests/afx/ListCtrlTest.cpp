@@ -1,6 +1,6 @@
 // CListCtrl and CHeaderCtrl over the platform's list view: columns and items round trip,
 // owner-data lists ask for their text, owner-drawn items reach DrawItem by reflection.
-#include "ControlHost.h"
+#include "KxControlHost.h"
 #include "KxPixelProbe.h"
 
 #include <string>

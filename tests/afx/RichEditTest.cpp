@@ -1,5 +1,5 @@
 // CRichEditCtrl over the platform's rich edit control (RICHEDIT50W).
-#include "ControlHost.h"
+#include "KxControlHost.h"
 #include "KxInput.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 // currency edits (fixed seeds). After every step the shown text must be a well-formed
 // number in the control's formats, read back to the control's value, and agree with its
 // input data; a refused keystroke must change nothing.
-#include "EditHost.h"
+#include "KxEditHost.h"
 #include "KxUiOXNumericEdit.h"
 #include <cmath>
 #include <random>

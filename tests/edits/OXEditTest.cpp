@@ -1,6 +1,6 @@
 // The masked edit driven through its window: mask language, positions, keystrokes, keys,
 // mouse, focus, clipboard, text set from outside and the notifications it sends.
-#include "EditHost.h"
+#include "KxEditHost.h"
 #include "KxUiOXEdit.h"
 #include "KxPixelProbe.h"
 

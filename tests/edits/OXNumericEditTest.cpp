@@ -1,6 +1,6 @@
 // The numeric and currency edits driven through their windows: typing, deleting, signs,
 // separators, digit limits, formats and the settings taken from the user's locale.
-#include "EditHost.h"
+#include "KxEditHost.h"
 #include "KxUiOXNumericEdit.h"
 #include <cmath>
 

@@ -2,7 +2,7 @@
 // states that survive destroying and re-creating a dialog, placement rules, and damaged values.
 #include "KxUiLayoutManagerWndBinary.h"
 #include "KxUiSplitter.h"
-#include "../layout/KxTestLayoutDlg.h"
+#include "KxTestLayoutDlg.h"
 #include "KxTestApp.h"
 #include <afxwin.h>
 #include <random>

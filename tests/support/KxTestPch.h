@@ -3,5 +3,4 @@
 #include <windows.h>
 #include <commctrl.h>
 #include <gtest/gtest.h>
-#include <gmock/gmock.h>
 #include <afx.h>

@@ -1,4 +1,4 @@
-#include "EditHost.h"
+#include "KxEditHost.h"
 
 namespace {
 
