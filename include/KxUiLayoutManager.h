@@ -10,11 +10,13 @@
 // A side without a constraint keeps the child's size and follows the opposite side; a child without any
 // constraint on an axis stays where it was first found on that axis. Minimum and maximum sizes widen or
 // narrow the size the container is laid out for, one pixel at a time, and the size found is learned as
-// the container's limit until constraints, limits or children change.
+// the container's limit until constraints, limits or children change. Constraints that would give a
+// child a negative width or height give it zero instead (KxUiWndConstraint::GetRect).
 //
 // The manager watches the container's WM_SIZE through the window-procedure manager and moves all
-// children in one deferred batch per layout. Destroy the container window before the manager: the hook
-// stays attached until the container is destroyed.
+// children in one deferred batch per layout. The manager may be destroyed before or after its
+// container: a manager destroyed first detaches its hook (the container gets its own procedure back
+// when no other hook is left).
 //
 // Typical use in OnInitDialog:
 //     m_layout.Attach(this);
@@ -25,6 +27,7 @@
 #pragma once
 #include "KxUiDef.h"
 #include "KxUiWndProcMgr.h"
+#include "KxArrayPtrDelete.h"
 #include <afxtempl.h>
 
 class CWnd;
@@ -50,12 +53,15 @@ public:
 };
 
 // The constraints of one child: four sides in storage order top, bottom, left, right, and its limits.
+// The side bit of storage index i is 1 << i.
 class KXUI_API KxUiWndConstraint {
 public:
     explicit KxUiWndConstraint(UINT nId) : m_nId(nId), m_hWnd(nullptr) { Empty(); }
     // Clears the limits and all sides.
     void Empty();
-    // (left, top, right, bottom) from the computed positions.
+    // (left, top, right, bottom) from the computed positions. Where the constraints put the right
+    // side left of the left one (or the bottom above the top), the child gets a width (height) of
+    // zero at its left (top): a child is never given a negative size.
     CRect GetRect() const;
 
     UINT m_nId;
@@ -64,6 +70,7 @@ public:
     CSize m_sizeMax;
     KxUiSideConstraint m_sides[4];
     HWND m_hWnd;        // the child's window as last found; checked before every layout
+    CRect m_rcWindow;   // its rectangle in container client coordinates when the layout began
 };
 
 class KXUI_API KxUiLayoutManager : public CObject, public KxUiWndProc {
@@ -160,13 +167,20 @@ protected:
     int FindChild(UINT nId) const;           // index searched from the end, -1 when unknown
     int FindOrAddChild(UINT nId);
     void ResetLearnedLimits();
-    // 32767 when the side cannot be computed (cycle, unknown base, missing window).
+    // Results of CalcLayout: the layout fits, fails, or asks for a mask of corrections of the size
+    // the container is laid out for.
+    enum { layoutFits = 0, layoutFails = 1, growWidth = 2, growHeight = 4, shrinkWidth = 8, shrinkHeight = 16 };
+    // The control identifier of a child window; 0 for null or no window.
+    static UINT ChildId(const CWnd* pChild);
+    // The identifier of a base window; 0 (the container) for null, no window or the container itself.
+    UINT BaseId(const CWnd* pBase) const;
+    // 32767 when the side (a storage index) cannot be computed (cycle, unknown base, missing window).
     int CalcSideConstraint(KxUiWndConstraint& child, int nSide);
-    // 0 fits, 1 fails, otherwise a mask of corrections: 2 grow width, 8 shrink width, 4 grow height,
-    // 16 shrink height.
+    // layoutFits, layoutFails or a mask of corrections.
     int CalcLayout();
     // Finds the children's windows for a layout: the window found last time when it is still the
     // container's child of that identifier, otherwise the container's dialog item.
+    // Each window's rectangle is read once, for the whole layout.
     void FindChildWindows();
     // The child's (or base's) rectangle in container client coordinates; false without a window.
     bool GetChildRect(UINT nId, CRect& rc) const;
@@ -180,5 +194,5 @@ protected:
     int m_nMaxWidth;
     int m_nMinHeight;
     int m_nMaxHeight;
-    CArray<KxUiWndConstraint*, KxUiWndConstraint*> m_children;   // owned, in order of addition
+    KxArrayPtrDelete<CArray<KxUiWndConstraint*, KxUiWndConstraint*>> m_children;   // in order of addition
 };

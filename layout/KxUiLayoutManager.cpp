@@ -9,10 +9,17 @@ namespace {
 const int kUnset = KxUiSideConstraint::unset;
 const int kComputing = KxUiSideConstraint::computing;
 
-// Storage index 0..3 is top, bottom, left, right; a vertical side is 0 or 1.
-inline bool isVertical(int nSide) { return nSide < 2; }
-inline bool isNearSide(int nSide) { return nSide == 0 || nSide == 2; }
-inline int oppositeSide(int nSide) { return isVertical(nSide) ? 1 - nSide : 5 - nSide; }
+// Storage indexes of the four sides of a child; the side bit of index i is 1 << i.
+enum SideIndex : int { kTop = 0, kBottom = 1, kLeft = 2, kRight = 3, kSideCount = 4 };
+
+// Top and bottom measure against the container's height, left and right against its width.
+inline bool isVertical(int nSide) { return nSide == kTop || nSide == kBottom; }
+// Top and left are the near sides, bottom and right the far ones.
+inline bool isNearSide(int nSide) { return nSide == kTop || nSide == kLeft; }
+inline int oppositeSide(int nSide) { return isVertical(nSide) ? kTop + kBottom - nSide : kLeft + kRight - nSide; }
+inline int sideBit(int nSide) { return 1 << nSide; }
+
+typedef KxUiLayoutManager LM;
 
 // The rectangle of a window in the client coordinates of another.
 bool windowRectIn(HWND hWnd, HWND hContainer, CRect& rc)
@@ -28,9 +35,9 @@ bool windowRectIn(HWND hWnd, HWND hContainer, CRect& rc)
 inline int sideOf(const CRect& rc, int nSide)
 {
     switch (nSide) {
-    case 0: return rc.top;
-    case 1: return rc.bottom;
-    case 2: return rc.left;
+    case kTop: return rc.top;
+    case kBottom: return rc.bottom;
+    case kLeft: return rc.left;
     default: return rc.right;
     }
 }
@@ -54,7 +61,10 @@ void KxUiWndConstraint::Empty()
 
 CRect KxUiWndConstraint::GetRect() const
 {
-    return CRect(m_sides[2].m_nPos, m_sides[0].m_nPos, m_sides[3].m_nPos, m_sides[1].m_nPos);
+    // Sides that cross give the child no room on that axis rather than a negative size; the
+    // computed positions themselves stay as they are for the children that follow them.
+    const int nLeft = m_sides[kLeft].m_nPos, nTop = m_sides[kTop].m_nPos;
+    return CRect(nLeft, nTop, std::max(nLeft, m_sides[kRight].m_nPos), std::max(nTop, m_sides[kBottom].m_nPos));
 }
 
 // ---------------------------------------------------------------------------------------------------
@@ -110,6 +120,20 @@ int KxUiLayoutManager::windowProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM
 
 // --- children --------------------------------------------------------------------------------------
 
+UINT KxUiLayoutManager::ChildId(const CWnd* pChild)
+{
+    HWND hChild = pChild ? pChild->GetSafeHwnd() : nullptr;
+    return hChild ? (UINT)::GetDlgCtrlID(hChild) : 0;
+}
+
+UINT KxUiLayoutManager::BaseId(const CWnd* pBase) const
+{
+    HWND hBase = pBase ? pBase->GetSafeHwnd() : nullptr;
+    if (!hBase || (m_pContainer && hBase == m_pContainer->GetSafeHwnd()))
+        return 0;
+    return (UINT)::GetDlgCtrlID(hBase);
+}
+
 int KxUiLayoutManager::FindChild(UINT nId) const
 {
     for (INT_PTR i = m_children.GetSize() - 1; i >= 0; --i)
@@ -140,9 +164,7 @@ int KxUiLayoutManager::AddChild(UINT nId, int bSetDefault)
 
 int KxUiLayoutManager::AddChild(CWnd* pChild, int bSetDefault)
 {
-    if (!pChild || !pChild->GetSafeHwnd())
-        return -1;
-    return AddChild((UINT)pChild->GetDlgCtrlID(), bSetDefault);
+    return AddChild(ChildId(pChild), bSetDefault);
 }
 
 void KxUiLayoutManager::AddAllChildren(int bSetDefault)
@@ -165,27 +187,21 @@ int KxUiLayoutManager::RemoveChild(UINT nId)
         for (const KxUiSideConstraint& side : m_children[i]->m_sides)
             if (!side.IsEmpty() && side.m_nBaseId == nId)
                 return 0;
-    KxUiWndConstraint* pChild = m_children[nIndex];
-    if (pChild->m_bMinMax)
+    if (m_children[nIndex]->m_bMinMax)
         --m_nMinMaxCount;
-    delete pChild;
-    m_children.RemoveAt(nIndex);
+    m_children.RemoveAt(nIndex);   // deletes the entry
     ResetLearnedLimits();
     return 1;
 }
 
 int KxUiLayoutManager::RemoveChild(CWnd* pChild)
 {
-    if (!pChild || !pChild->GetSafeHwnd())
-        return 0;
-    return RemoveChild((UINT)pChild->GetDlgCtrlID());
+    return RemoveChild(ChildId(pChild));
 }
 
 void KxUiLayoutManager::RemoveAllChildren()
 {
-    for (INT_PTR i = 0; i < m_children.GetSize(); ++i)
-        delete m_children[i];
-    m_children.RemoveAll();
+    m_children.RemoveAll();   // deletes the entries
     m_nMinMaxCount = 0;
     ResetLearnedLimits();
 }
@@ -202,14 +218,16 @@ void KxUiLayoutManager::ResetLearnedLimits()
 
 int KxUiLayoutManager::SetConstraint(UINT nId, int nSides, int nType, int nOffset, UINT nBaseId)
 {
+    if (nId == 0)
+        return 0;
     if (nBaseId != 0 && FindChild(nBaseId) < 0)
         FindOrAddChild(nBaseId);
     int nIndex = FindOrAddChild(nId);
     if (nIndex < 0)
         return 0;
     KxUiWndConstraint* pChild = m_children[nIndex];
-    for (int i = 0; i < 4; ++i) {
-        if (!(nSides & (1 << i)))
+    for (int i = kTop; i < kSideCount; ++i) {
+        if (!(nSides & sideBit(i)))
             continue;
         KxUiSideConstraint& side = pChild->m_sides[i];
         side.m_nBaseId = nBaseId;
@@ -230,21 +248,16 @@ int KxUiLayoutManager::SetConstraint(UINT nId, int nSides, int nType, int nOffse
 
 int KxUiLayoutManager::SetConstraint(CWnd* pChild, int nSides, int nType, int nOffset, CWnd* pBase)
 {
-    if (!pChild || !pChild->GetSafeHwnd())
-        return 0;
-    UINT nBaseId = 0;
-    if (pBase && pBase->GetSafeHwnd() && (!m_pContainer || pBase->GetSafeHwnd() != m_pContainer->GetSafeHwnd()))
-        nBaseId = (UINT)pBase->GetDlgCtrlID();
-    return SetConstraint((UINT)pChild->GetDlgCtrlID(), nSides, nType, nOffset, nBaseId);
+    return SetConstraint(ChildId(pChild), nSides, nType, nOffset, BaseId(pBase));
 }
 
 int KxUiLayoutManager::GetConstraint(UINT nId, int nSide, int& nType, int& nOffset, UINT& nBaseId) const
 {
     int nIndex = FindChild(nId);
-    int i = 0;
-    while (i < 4 && nSide != (1 << i))
+    int i = kTop;
+    while (i < kSideCount && nSide != sideBit(i))
         ++i;
-    if (nIndex < 0 || i == 4)
+    if (nIndex < 0 || i == kSideCount)
         return 0;
     const KxUiSideConstraint& side = m_children[nIndex]->m_sides[i];
     nBaseId = side.m_nBaseId;
@@ -270,8 +283,8 @@ int KxUiLayoutManager::RemoveConstraint(UINT nId, int nSides)
     int nIndex = FindChild(nId);
     if (nIndex < 0)
         return 0;
-    for (int i = 0; i < 4; ++i)
-        if (nSides & (1 << i))
+    for (int i = kTop; i < kSideCount; ++i)
+        if (nSides & sideBit(i))
             m_children[nIndex]->m_sides[i].Empty();
     ResetLearnedLimits();
     return 1;
@@ -279,9 +292,7 @@ int KxUiLayoutManager::RemoveConstraint(UINT nId, int nSides)
 
 int KxUiLayoutManager::RemoveConstraint(CWnd* pChild, int nSides)
 {
-    if (!pChild || !pChild->GetSafeHwnd())
-        return 0;
-    return RemoveConstraint((UINT)pChild->GetDlgCtrlID(), nSides);
+    return RemoveConstraint(ChildId(pChild), nSides);
 }
 
 int KxUiLayoutManager::SetMinMax(UINT nId, CSize sizeMin, CSize sizeMax)
@@ -303,9 +314,7 @@ int KxUiLayoutManager::SetMinMax(UINT nId, CSize sizeMin, CSize sizeMax)
 
 int KxUiLayoutManager::SetMinMax(CWnd* pChild, CSize sizeMin, CSize sizeMax)
 {
-    if (!pChild || !pChild->GetSafeHwnd())
-        return 0;
-    return SetMinMax((UINT)pChild->GetDlgCtrlID(), sizeMin, sizeMax);
+    return SetMinMax(ChildId(pChild), sizeMin, sizeMax);
 }
 
 int KxUiLayoutManager::GetMinMax(UINT nId, CSize& sizeMin, CSize& sizeMax) const
@@ -354,12 +363,7 @@ int KxUiLayoutManager::TieChild(UINT nId, int nSides, int nType, UINT nBaseId)
 
 int KxUiLayoutManager::TieChild(CWnd* pChild, int nSides, int nType, CWnd* pBase)
 {
-    if (!pChild || !pChild->GetSafeHwnd())
-        return 0;
-    UINT nBaseId = 0;
-    if (pBase && pBase->GetSafeHwnd() && (!m_pContainer || pBase->GetSafeHwnd() != m_pContainer->GetSafeHwnd()))
-        nBaseId = (UINT)pBase->GetDlgCtrlID();
-    return TieChild((UINT)pChild->GetDlgCtrlID(), nSides, nType, nBaseId);
+    return TieChild(ChildId(pChild), nSides, nType, BaseId(pBase));
 }
 
 void KxUiLayoutManager::SetDefaultConstraint(UINT nId)
@@ -385,6 +389,10 @@ void KxUiLayoutManager::FindChildWindows()
         HWND h = child.m_hWnd;
         if (!h || !::IsWindow(h) || ::GetAncestor(h, GA_PARENT) != hContainer || (UINT)::GetDlgCtrlID(h) != child.m_nId)
             child.m_hWnd = ::GetDlgItem(hContainer, (int)child.m_nId);
+        // Nothing moves while the layout is computed: the rectangle is read once, not in every
+        // round of the minimum/maximum search.
+        if (!windowRectIn(child.m_hWnd, hContainer, child.m_rcWindow))
+            child.m_hWnd = nullptr;
     }
 }
 
@@ -397,9 +405,9 @@ int KxUiLayoutManager::CalcSideConstraint(KxUiWndConstraint& child, int nSide)
         return side.m_nPos;
 
     if (side.IsEmpty()) {
-        CRect rc;
-        if (!windowRectIn(child.m_hWnd, m_pContainer->GetSafeHwnd(), rc))
+        if (!child.m_hWnd)
             return kUnset;
+        const CRect& rc = child.m_rcWindow;
         int nOpposite = oppositeSide(nSide);
         if (child.m_sides[nOpposite].IsEmpty()) {
             side.m_nPos = sideOf(rc, nSide);
@@ -418,22 +426,24 @@ int KxUiLayoutManager::CalcSideConstraint(KxUiWndConstraint& child, int nSide)
         side.m_nPos = kComputing;
         int nBase = side.m_nBaseIndex;
         if (nBase < 0 || nBase >= m_children.GetSize() || m_children[nBase]->m_nId != side.m_nBaseId) {
-            nBase = -1;
-            for (INT_PTR i = 0; i < m_children.GetSize(); ++i)
-                if (m_children[i]->m_nId == side.m_nBaseId) {
-                    nBase = (int)i;
-                    break;
-                }
+            nBase = FindChild(side.m_nBaseId);
             if (nBase < 0)
                 return kUnset;
             side.m_nBaseIndex = nBase;
         }
         KxUiWndConstraint& base = *m_children[nBase];
-        int nNearSide = isVertical(nSide) ? 0 : 2;
-        if (side.m_nNearOffset != kUnset && (nNear = CalcSideConstraint(base, nNearSide)) == kUnset)
-            return kUnset;
-        if (side.m_nFarOffset != kUnset && (nFar = CalcSideConstraint(base, nNearSide + 1)) == kUnset)
-            return kUnset;
+        const int nBaseNear = isVertical(nSide) ? kTop : kLeft;
+        const int nBaseFar = oppositeSide(nBaseNear);
+        if (side.m_nNearOffset != kUnset) {
+            nNear = CalcSideConstraint(base, nBaseNear);
+            if (nNear == kUnset)
+                return kUnset;
+        }
+        if (side.m_nFarOffset != kUnset) {
+            nFar = CalcSideConstraint(base, nBaseFar);
+            if (nFar == kUnset)
+                return kUnset;
+        }
     } else {
         nFar = isVertical(nSide) ? m_nHeight : m_nWidth;
     }
@@ -454,17 +464,17 @@ int KxUiLayoutManager::CalcLayout()
     const INT_PTR nCount = m_children.GetSize();
     for (INT_PTR i = 0; i < nCount; ++i) {
         KxUiSideConstraint* sides = m_children[i]->m_sides;
-        if (!sides[0].IsEmpty() || !sides[1].IsEmpty())
-            sides[0].m_nPos = sides[1].m_nPos = kUnset;
-        if (!sides[2].IsEmpty() || !sides[3].IsEmpty())
-            sides[2].m_nPos = sides[3].m_nPos = kUnset;
+        if (!sides[kTop].IsEmpty() || !sides[kBottom].IsEmpty())
+            sides[kTop].m_nPos = sides[kBottom].m_nPos = kUnset;
+        if (!sides[kLeft].IsEmpty() || !sides[kRight].IsEmpty())
+            sides[kLeft].m_nPos = sides[kRight].m_nPos = kUnset;
     }
     for (INT_PTR i = 0; i < nCount; ++i)
-        for (int nSide = 0; nSide < 4; ++nSide)
+        for (int nSide = kTop; nSide < kSideCount; ++nSide)
             if (CalcSideConstraint(*m_children[i], nSide) == kUnset)
-                return 1;
+                return layoutFails;
     if (m_nMinMaxCount == 0)
-        return 0;
+        return layoutFits;
 
     int nMask = 0;
     for (INT_PTR i = 0; i < nCount; ++i) {
@@ -474,24 +484,24 @@ int KxUiLayoutManager::CalcLayout()
         CRect rc = child.GetRect();
         int cx = rc.Width(), cy = rc.Height();
         if (child.m_sizeMin.cx > 0 && cx < child.m_sizeMin.cx) {
-            if (nMask & 8)
-                return 1;
-            nMask |= 2;
+            if (nMask & shrinkWidth)
+                return layoutFails;
+            nMask |= growWidth;
         }
         if (child.m_sizeMax.cx > 0 && cx > child.m_sizeMax.cx) {
-            if (nMask & 2)
-                return 1;
-            nMask |= 8;
+            if (nMask & growWidth)
+                return layoutFails;
+            nMask |= shrinkWidth;
         }
         if (child.m_sizeMin.cy > 0 && cy < child.m_sizeMin.cy) {
-            if (nMask & 16)
-                return 1;
-            nMask |= 4;
+            if (nMask & shrinkHeight)
+                return layoutFails;
+            nMask |= growHeight;
         }
         if (child.m_sizeMax.cy > 0 && cy > child.m_sizeMax.cy) {
-            if (nMask & 4)
-                return 1;
-            nMask |= 16;
+            if (nMask & growHeight)
+                return layoutFails;
+            nMask |= shrinkHeight;
         }
     }
     return nMask;
@@ -519,27 +529,27 @@ int KxUiLayoutManager::OnSize(int cx, int cy)
         m_nWidth = w;
         m_nHeight = h;
         int nResult = CalcLayout();
-        if (nResult == 1)
+        if (nResult == layoutFails)
             return 0;
-        if (nResult == 0)
+        if (nResult == layoutFits)
             break;
         nCorrections |= nResult;
-        if (nResult & 2)
+        if (nResult & growWidth)
             ++w;
-        else if (nResult & 8)
+        else if (nResult & shrinkWidth)
             --w;
-        if (nResult & 4)
+        if (nResult & growHeight)
             ++h;
-        else if (nResult & 16)
+        else if (nResult & shrinkHeight)
             --h;
     }
-    if (nCorrections & 2)
+    if (nCorrections & growWidth)
         m_nMinWidth = w;
-    else if (nCorrections & 8)
+    else if (nCorrections & shrinkWidth)
         m_nMaxWidth = w;
-    if (nCorrections & 4)
+    if (nCorrections & growHeight)
         m_nMinHeight = h;
-    else if (nCorrections & 16)
+    else if (nCorrections & shrinkHeight)
         m_nMaxHeight = h;
 
     HDWP hdwp = ::BeginDeferWindowPos((int)m_children.GetSize());

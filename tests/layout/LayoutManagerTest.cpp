@@ -3,6 +3,8 @@
 #include "KxUiLayoutManager.h"
 #include "KxTestLayoutDlg.h"
 #include "KxTestImportProbe.h"
+#include "KxLayoutStress.h"
+#include <cstdio>
 #include <memory>
 
 namespace {
@@ -401,3 +403,58 @@ TEST_F(LayoutManager, ExcludedChildrenAreNotPaintedOver)
 }
 
 }  // namespace
+
+namespace {
+
+// The container's procedure as the platform has it, compared with the manager's hook.
+LONG_PTR procedureOf(const CWnd& wnd)
+{
+    return ::GetWindowLongPtrW(wnd.GetSafeHwnd(), GWLP_WNDPROC);
+}
+
+}  // namespace
+
+// A manager deleted while its container lives detaches itself: the next WM_SIZE reaches the
+// remaining hooks and the container, never the freed manager, and the container's own procedure
+// is back once no hook is left.
+TEST(LayoutManagerLifetime, ManagerDeletedBeforeItsContainerDetachesItself)
+{
+    KxTestDlg dlg;
+    ASSERT_TRUE(dlg.create(300, 200));
+    dlg.addStatic(101, 0, 0, 50, 50);
+    dlg.addStatic(102, 0, 60, 50, 50);
+    const LONG_PTR own = procedureOf(dlg);
+
+    auto first = std::make_unique<LM>();
+    auto second = std::make_unique<LM>();
+    first->Attach(&dlg);
+    first->SetConstraint(101, LM::sideRight, LM::typeSameSide, -10, 0);
+    second->Attach(&dlg);
+    second->SetConstraint(102, LM::sideRight, LM::typeSameSide, -20, 0);
+    ASSERT_NE(own, procedureOf(dlg));
+
+    first.reset();
+    dlg.setClientSize(400, 250);
+    EXPECT_EQ(CRect(0, 0, 50, 50), dlg.childRect(101));      // nobody moves it any more
+    EXPECT_EQ(CRect(330, 60, 380, 110), dlg.childRect(102));
+    EXPECT_NE(own, procedureOf(dlg));
+
+    second.reset();
+    EXPECT_EQ(own, procedureOf(dlg));
+    dlg.setClientSize(200, 150);
+    EXPECT_EQ(CRect(330, 60, 380, 110), dlg.childRect(102));
+    dlg.DestroyWindow();
+}
+
+// Random constraint graphs laid out at random sizes: a failed layout moves nothing, a successful one
+// never gives a child a negative size and puts every child where it computed it.
+TEST(LayoutManagerStress, RandomConstraintGraphsNeverGiveANegativeSize)
+{
+    const KxLayoutStress::Report report = KxLayoutStress::Run(20261124, 200);
+    EXPECT_EQ(0, report.failures) << report.firstFailure;
+    EXPECT_EQ(200, report.graphs);
+    EXPECT_GT(report.crossedChildren, 100);                       // the clamp was needed
+    EXPECT_GT(report.failedLayouts, 100);                         // and cycles were met
+    EXPECT_GT(report.layouts - report.failedLayouts, 120);        // and many layouts ran
+    std::printf("[ stress   ] %s\n", report.Summary().c_str());
+}
