@@ -44,6 +44,8 @@ protected:
     // Stores a position to be used at the next attach instead of the measured one.
     void setCurrentPercent(int nPercent);
     bool init(KxUiLayoutManager* pManager, UINT nFirstPane, UINT nSecondPane, bool bHorizontal);
+    // attachHorz and attachVert: the constraints of the bar and the panes for one orientation.
+    bool attach(KxUiLayoutManager* pManager, UINT nFirstPane, UINT nSecondPane, bool bHorizontal);
     // The position for a point in the splitter's client coordinates, kept at least one bar width
     // inside the panes' outer edges; a position set from outside is returned once instead.
     int getPercent(CPoint point);

@@ -19,6 +19,29 @@ END_MESSAGE_MAP()
 namespace {
 typedef KxUiLayoutManager LM;
 
+// What differs between a bar that moves left and right and one that moves up and down.
+struct Orientation {
+    int nBarSide;            // the bar's side held at the fraction of the container
+    int nCrossSides;         // the bar's sides that span the container
+    int nFirstPaneSide;      // the first pane's inner side, at the bar's far side
+    int nSecondPaneSide;     // the second pane's inner side, at the bar's near side
+    LONG POINT::*pAlong;     // the coordinate along the bar's movement
+    LONG RECT::*pNear;       // the edge of a rectangle where the movement starts
+    LONG RECT::*pFar;        // and where it ends
+    LPCWSTR pszCursor;
+    bool bLayoutAround;      // lay out before and after attaching
+};
+
+const Orientation kHorizontal = {LM::sideLeft, LM::sideTop | LM::sideBottom, LM::sideRight, LM::sideLeft,
+                                 &POINT::x, &RECT::left, &RECT::right, IDC_SIZEWE, false};
+const Orientation kVertical = {LM::sideTop, LM::sideLeft | LM::sideRight, LM::sideBottom, LM::sideTop,
+                               &POINT::y, &RECT::top, &RECT::bottom, IDC_SIZENS, true};
+
+const Orientation& orientation(bool bHorizontal)
+{
+    return bHorizontal ? kHorizontal : kVertical;
+}
+
 // The rectangle of a window in its parent's client coordinates.
 CRect rectInParent(HWND hWnd, HWND hParent)
 {
@@ -59,65 +82,53 @@ bool KxUiSplitter::init(KxUiLayoutManager* pManager, UINT nFirstPane, UINT nSeco
 
 void KxUiSplitter::resizeSplitterWhenAttach()
 {
+    const Orientation& o = orientation(m_bHorz);
     CRect rc = rectInParent(m_hWnd, ::GetParent(m_hWnd));
-    if (m_bHorz)
-        rc.right = rc.left + barThickness;
-    else
-        rc.bottom = rc.top + barThickness;
+    rc.*o.pFar = rc.*o.pNear + barThickness;
     ::MoveWindow(m_hWnd, rc.left, rc.top, rc.Width(), rc.Height(), TRUE);
+}
+
+bool KxUiSplitter::attach(KxUiLayoutManager* pManager, UINT nFirstPane, UINT nSecondPane, bool bHorizontal)
+{
+    if (!init(pManager, nFirstPane, nSecondPane, bHorizontal))
+        return false;
+    const Orientation& o = orientation(bHorizontal);
+    if (o.bLayoutAround)
+        pManager->RedrawLayout(false);
+    resizeSplitterWhenAttach();
+    RECT rc;
+    ::GetClientRect(m_hWnd, &rc);
+    int nPercent = getPercent(CPoint((rc.left + rc.right) / 2, (rc.top + rc.bottom) / 2));
+    UINT nId = (UINT)::GetDlgCtrlID(m_hWnd);
+    pManager->SetConstraint(nId, o.nBarSide, LM::typeFraction, nPercent, 0);
+    pManager->SetConstraint(nFirstPane, o.nFirstPaneSide, LM::typeOppositeSide, 0, nId);
+    pManager->SetConstraint(nSecondPane, o.nSecondPaneSide, LM::typeOppositeSide, 0, nId);
+    for (int nSide : {o.nCrossSides & (LM::sideTop | LM::sideLeft), o.nCrossSides & (LM::sideBottom | LM::sideRight)})
+        pManager->SetConstraint(nId, nSide, LM::typeSameSide, 0, 0);
+    if (o.bLayoutAround)
+        pManager->RedrawLayout(false);
+    return true;
 }
 
 bool KxUiSplitter::attachHorz(KxUiLayoutManager* pManager, UINT nFirstPane, UINT nSecondPane)
 {
-    if (!init(pManager, nFirstPane, nSecondPane, true))
-        return false;
-    resizeSplitterWhenAttach();
-    RECT rc;
-    ::GetClientRect(m_hWnd, &rc);
-    int nPercent = getPercent(CPoint((rc.left + rc.right) / 2, (rc.top + rc.bottom) / 2));
-    UINT nId = (UINT)::GetDlgCtrlID(m_hWnd);
-    pManager->SetConstraint(nId, LM::sideLeft, LM::typeFraction, nPercent, 0);
-    pManager->SetConstraint(nFirstPane, LM::sideRight, LM::typeOppositeSide, 0, nId);
-    pManager->SetConstraint(nSecondPane, LM::sideLeft, LM::typeOppositeSide, 0, nId);
-    pManager->SetConstraint(nId, LM::sideTop, LM::typeSameSide, 0, 0);
-    pManager->SetConstraint(nId, LM::sideBottom, LM::typeSameSide, 0, 0);
-    return true;
+    return attach(pManager, nFirstPane, nSecondPane, true);
 }
 
 bool KxUiSplitter::attachVert(KxUiLayoutManager* pManager, UINT nFirstPane, UINT nSecondPane)
 {
-    if (!init(pManager, nFirstPane, nSecondPane, false))
-        return false;
-    pManager->RedrawLayout(false);
-    resizeSplitterWhenAttach();
-    RECT rc;
-    ::GetClientRect(m_hWnd, &rc);
-    int nPercent = getPercent(CPoint((rc.left + rc.right) / 2, (rc.top + rc.bottom) / 2));
-    UINT nId = (UINT)::GetDlgCtrlID(m_hWnd);
-    pManager->SetConstraint(nId, LM::sideTop, LM::typeFraction, nPercent, 0);
-    pManager->SetConstraint(nFirstPane, LM::sideBottom, LM::typeOppositeSide, 0, nId);
-    pManager->SetConstraint(nSecondPane, LM::sideTop, LM::typeOppositeSide, 0, nId);
-    pManager->SetConstraint(nId, LM::sideLeft, LM::typeSameSide, 0, 0);
-    pManager->SetConstraint(nId, LM::sideRight, LM::typeSameSide, 0, 0);
-    pManager->RedrawLayout(false);
-    return true;
+    return attach(pManager, nFirstPane, nSecondPane, false);
 }
 
 void KxUiSplitter::detachConstraint()
 {
     if (m_pLayoutManager && ::IsWindow(m_hWnd)) {
+        const Orientation& o = orientation(m_bHorz);
         UINT nId = (UINT)::GetDlgCtrlID(m_hWnd);
-        if (m_bHorz) {
-            m_pLayoutManager->RemoveConstraint(nId, LM::sideLeft);
-            m_pLayoutManager->RemoveConstraint(m_nFirstPane, LM::sideRight);
-            m_pLayoutManager->RemoveConstraint(m_nSecondPane, LM::sideLeft);
-            m_pLayoutManager->RemoveConstraint(nId, LM::sideTop | LM::sideBottom);
-        } else {
-            m_pLayoutManager->RemoveConstraint(nId, LM::sideTop);
-            m_pLayoutManager->RemoveConstraint(m_nFirstPane, LM::sideBottom);
-            m_pLayoutManager->RemoveConstraint(m_nSecondPane, LM::sideTop);
-            m_pLayoutManager->RemoveConstraint(nId, LM::sideLeft | LM::sideRight);
-        }
+        m_pLayoutManager->RemoveConstraint(nId, o.nBarSide);
+        m_pLayoutManager->RemoveConstraint(m_nFirstPane, o.nFirstPaneSide);
+        m_pLayoutManager->RemoveConstraint(m_nSecondPane, o.nSecondPaneSide);
+        m_pLayoutManager->RemoveConstraint(nId, o.nCrossSides);
     }
     m_pLayoutManager = nullptr;
     m_nFirstPane = m_nSecondPane = noPane;
@@ -144,24 +155,14 @@ int KxUiSplitter::getPercent(CPoint point)
     ::GetClientRect(hParent, &rcClient);
     m_nPercent = 50;
 
-    int p, nExtent;
-    if (m_bHorz) {
-        p = pt.x;
-        int w = rcBar.Width();
-        if (p + w >= rcSecond.right)
-            p = rcSecond.right - w;
-        else if (p - w <= rcFirst.left)
-            p = rcFirst.left + w;
-        nExtent = rcClient.right - rcClient.left;
-    } else {
-        p = pt.y;
-        int h = rcBar.Height();
-        if (p + h >= rcSecond.bottom)
-            p = rcSecond.bottom - h;
-        else if (p - h <= rcFirst.top)
-            p = rcFirst.top + h;
-        nExtent = rcClient.bottom - rcClient.top;
-    }
+    const Orientation& o = orientation(m_bHorz);
+    int p = pt.*o.pAlong;
+    const int nThickness = rcBar.*o.pFar - rcBar.*o.pNear;
+    if (p + nThickness >= rcSecond.*o.pFar)
+        p = rcSecond.*o.pFar - nThickness;
+    else if (p - nThickness <= rcFirst.*o.pNear)
+        p = rcFirst.*o.pNear + nThickness;
+    const int nExtent = rcClient.*o.pFar - rcClient.*o.pNear;
     // A container without extent has no share to give: the bar stays in the middle.
     if (nExtent <= 0)
         return m_nPercent;
@@ -184,7 +185,7 @@ void KxUiSplitter::OnMouseMove(UINT, CPoint point)
         return;
     int nPercent = getPercent(point);
     if (m_pLayoutManager) {
-        m_pLayoutManager->SetConstraint((UINT)::GetDlgCtrlID(m_hWnd), m_bHorz ? LM::sideLeft : LM::sideTop,
+        m_pLayoutManager->SetConstraint((UINT)::GetDlgCtrlID(m_hWnd), orientation(m_bHorz).nBarSide,
                                         LM::typeFraction, nPercent, 0);
         m_pLayoutManager->RedrawLayout(false);
     }
@@ -200,7 +201,7 @@ void KxUiSplitter::OnLButtonUp(UINT, CPoint)
 BOOL KxUiSplitter::OnSetCursor(CWnd*, UINT nHitTest, UINT)
 {
     if (nHitTest == HTCLIENT) {
-        ::SetCursor(::LoadCursorW(nullptr, m_bHorz ? IDC_SIZEWE : IDC_SIZENS));
+        ::SetCursor(::LoadCursorW(nullptr, orientation(m_bHorz).pszCursor));
         return TRUE;
     }
     return (BOOL)Default();
