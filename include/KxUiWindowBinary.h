@@ -94,7 +94,9 @@ protected:
 };
 
 // "WNDSTATE" of a child, by its platform class: check state of a button, selection of a drop-down
-// list or a tab control, text of an edit or of an editable combo box.
+// list or a tab control, text of an edit or of an editable combo box. A stored text is applied up
+// to what the control takes: its text limit (EM_LIMITTEXT), and at most 32767 characters in a
+// single-line control, 1,048,576 in a multi-line one.
 class KXUI_API KxUiWindowStateBinary : public KxUiChildWindowBinary {
 public:
     explicit KxUiWindowStateBinary(UINT nId) : KxUiChildWindowBinary(nId) {}
@@ -109,7 +111,10 @@ public:
     bool isTabCtrl(const CWnd* pWnd) const;
 
 protected:
-    bool isClass(const CWnd* pWnd, const wchar_t* pszClass) const;
+    // What the child is, by its platform class (and, for a combo box, its style).
+    enum Kind { kindNone, kindButton, kindDropDownList, kindComboText, kindEdit, kindTab };
+    // The child's kind, resolved once per operation; kindNone without a child or for other classes.
+    Kind getKind(const CWnd* pWnd) const;
 };
 
 // "SPLITTERPERCENT": the position of a splitter in percent, restored before the splitter attaches.

@@ -5,11 +5,27 @@
 #include "KxUiSplitter.h"
 #include <afxwin.h>
 #include <afxdlgs.h>
+#include <algorithm>
 #include <vector>
 
 static_assert(sizeof(WINDOWPLACEMENT) == 44, "the stored placement is the platform's 44-byte structure");
 
 namespace {
+
+// A placement kept from moving: the move is made with SWP_NOMOVE, and the same bit value (2) goes
+// into the placement's own flags, as placements stored by earlier versions carry it.
+const UINT kNoMovePositionFlag = SWP_NOMOVE;
+const UINT kNoMovePlacementFlag = 2;
+static_assert(kNoMovePositionFlag == kNoMovePlacementFlag, "one bit value in both places");
+
+// The most characters a stored text puts into a single-line control, whatever its own limit: a line
+// of hundreds of kilobytes brings the platform's text drawing down. A multi-line control takes up to
+// its own limit, but never more than kMaxMultiLineText.
+const UINT kMaxSingleLineText = 32767;
+const UINT kMaxMultiLineText = 1u << 20;
+
+// The two low style bits of a combo box give its type (simple, drop-down, drop-down list).
+const DWORD kComboTypeBits = 3;
 
 CString runtimeClassName(const CWnd* pWnd)
 {
@@ -186,9 +202,8 @@ bool KxUiWindowPlacementBinary::setFromStream(CWnd* pWnd, CMemFile& stream)
         return false;
     UINT nPosFlags = 0;
     if (m_bNoMove) {
-        // 2 in the placement's flags as well: kept as the stored format has always had it.
-        wp.flags |= 2;
-        nPosFlags |= 2;
+        wp.flags |= kNoMovePlacementFlag;
+        nPosFlags |= kNoMovePositionFlag;
     }
     // A show command the platform does not know comes from damaged data: the window is left alone.
     if (wp.showCmd > SW_MAX)
@@ -214,22 +229,52 @@ bool KxUiWindowStateBinary::initializeWhenNoStream(CWnd*)
     return true;
 }
 
-bool KxUiWindowStateBinary::isClass(const CWnd* pWnd, const wchar_t* pszClass) const
+KxUiWindowStateBinary::Kind KxUiWindowStateBinary::getKind(const CWnd* pWnd) const
 {
     CWnd* pChild = getCWnd(pWnd);
-    return pChild && getWndName(pChild).CompareNoCase(pszClass) == 0;
+    if (!pChild)
+        return kindNone;
+    const CString strClass = getWndName(pChild);
+    if (strClass.CompareNoCase(L"button") == 0)
+        return kindButton;
+    if (strClass.CompareNoCase(L"combobox") == 0)
+        return (pChild->GetStyle() & kComboTypeBits) == CBS_DROPDOWNLIST ? kindDropDownList : kindComboText;
+    if (strClass.CompareNoCase(L"edit") == 0)
+        return kindEdit;
+    if (strClass.CompareNoCase(WC_TABCONTROLW) == 0)
+        return kindTab;
+    return kindNone;
 }
 
-bool KxUiWindowStateBinary::isButton(const CWnd* pWnd) const { return isClass(pWnd, L"button"); }
-bool KxUiWindowStateBinary::isCombo(const CWnd* pWnd) const { return isClass(pWnd, L"combobox"); }
-bool KxUiWindowStateBinary::isEdit(const CWnd* pWnd) const { return isClass(pWnd, L"edit"); }
-bool KxUiWindowStateBinary::isTabCtrl(const CWnd* pWnd) const { return isClass(pWnd, WC_TABCONTROLW); }
+bool KxUiWindowStateBinary::isButton(const CWnd* pWnd) const { return getKind(pWnd) == kindButton; }
+bool KxUiWindowStateBinary::isEdit(const CWnd* pWnd) const { return getKind(pWnd) == kindEdit; }
+bool KxUiWindowStateBinary::isTabCtrl(const CWnd* pWnd) const { return getKind(pWnd) == kindTab; }
+bool KxUiWindowStateBinary::isCombo(const CWnd* pWnd) const
+{
+    const Kind kind = getKind(pWnd);
+    return kind == kindDropDownList || kind == kindComboText;
+}
 
 namespace {
 
-bool isDropDownList(HWND hCombo)
+// Reads a stored selection for a control with nCount entries. A stored -1 (no selection) selects
+// the first entry; an index the control does not have comes from damaged data and is refused.
+bool readIndex(CMemFile& stream, int nCount, int& nIndex)
 {
-    return (::GetWindowLongW(hCombo, GWL_STYLE) & 3) == CBS_DROPDOWNLIST;
+    if (!readInt(stream, nIndex))
+        return false;
+    if (nIndex == -1)
+        nIndex = 0;
+    return nIndex >= 0 && nIndex < nCount;
+}
+
+// How many characters the text control takes from a stored text.
+UINT textCapacity(HWND hText)
+{
+    const bool bMultiLine = (::GetWindowLongW(hText, GWL_STYLE) & ES_MULTILINE) != 0;
+    const UINT nBound = bMultiLine ? kMaxMultiLineText : kMaxSingleLineText;
+    const UINT nLimit = (UINT)::SendMessageW(hText, EM_GETLIMITTEXT, 0, 0);
+    return nLimit != 0 && nLimit < nBound ? nLimit : nBound;
 }
 
 void writeText(CMemFile& stream, HWND hWnd)
@@ -241,8 +286,9 @@ void writeText(CMemFile& stream, HWND hWnd)
     stream.Write(text.data(), (UINT)(nLength * sizeof(WCHAR)));
 }
 
-// Reads a length and that many UTF-16 code units and sets them as the window's text. A length that
-// is negative or runs past the stored bytes leaves the window unchanged.
+// Reads a length and that many UTF-16 code units and sets them as the window's text, cut to what
+// the control takes (a surrogate pair is not split). A length that is negative or runs past the
+// stored bytes leaves the window unchanged.
 void readText(CMemFile& stream, HWND hWnd)
 {
     try {
@@ -250,12 +296,15 @@ void readText(CMemFile& stream, HWND hWnd)
         if (!readInt(stream, nLength) || nLength < 0)
             return;
         ULONGLONG nLeft = stream.GetLength() - stream.GetPosition();
-        if ((ULONGLONG)nLength * sizeof(WCHAR) > nLeft)
+        if ((ULONGLONG)nLength * sizeof(WCHAR) > nLeft || !hWnd)
             return;
-        std::vector<WCHAR> text(nLength + 1, L'\0');
-        UINT nBytes = (UINT)(nLength * sizeof(WCHAR));
-        if (stream.Read(text.data(), nBytes) != nBytes || !hWnd)
+        UINT nApplied = std::min((UINT)nLength, textCapacity(hWnd));
+        std::vector<WCHAR> text(nApplied + 1, L'\0');
+        UINT nBytes = (UINT)(nApplied * sizeof(WCHAR));
+        if (stream.Read(text.data(), nBytes) != nBytes)
             return;
+        if (nApplied < (UINT)nLength && nApplied > 0 && IS_HIGH_SURROGATE(text[nApplied - 1]))
+            text[nApplied - 1] = L'\0';
         ::SetWindowTextW(hWnd, text.data());
     } catch (CException* e) {
         e->Delete();
@@ -267,47 +316,59 @@ void readText(CMemFile& stream, HWND hWnd)
 
 void KxUiWindowStateBinary::getStream(const CWnd* pWnd, CMemFile& stream)
 {
-    CWnd* pChild = getCWnd(pWnd);
-    if (!pChild)
+    const Kind kind = getKind(pWnd);
+    if (kind == kindNone)
         return;
-    HWND hChild = pChild->GetSafeHwnd();
-    if (isButton(pWnd))
+    HWND hChild = getCWnd(pWnd)->GetSafeHwnd();
+    switch (kind) {
+    case kindButton:
         writeInt(stream, (int)::SendMessageW(hChild, BM_GETCHECK, 0, 0));
-    else if (isCombo(pWnd) && isDropDownList(hChild))
+        break;
+    case kindDropDownList:
         writeInt(stream, (int)::SendMessageW(hChild, CB_GETCURSEL, 0, 0));
-    else if (isCombo(pWnd) || isEdit(pWnd))
+        break;
+    case kindComboText:
+    case kindEdit:
         writeText(stream, hChild);
-    else if (isTabCtrl(pWnd))
+        break;
+    case kindTab:
         writeInt(stream, (int)::SendMessageW(hChild, TCM_GETCURSEL, 0, 0));
+        break;
+    case kindNone:
+        break;
+    }
 }
 
 bool KxUiWindowStateBinary::setFromStream(CWnd* pWnd, CMemFile& stream)
 {
-    CWnd* pChild = getCWnd(pWnd);
-    if (!pChild)
+    const Kind kind = getKind(pWnd);
+    if (kind == kindNone)
         return false;
-    HWND hChild = pChild->GetSafeHwnd();
+    HWND hChild = getCWnd(pWnd)->GetSafeHwnd();
     // Values no control of the kind can have come from damaged data and are not applied: a control
     // would clear its selection for an index it does not have.
     int nValue;
-    if (isButton(pWnd)) {
+    switch (kind) {
+    case kindButton:
         if (readInt(stream, nValue) && nValue >= BST_UNCHECKED && nValue <= BST_INDETERMINATE)
             ::SendMessageW(hChild, BM_SETCHECK, (WPARAM)nValue, 0);
-    } else if (isCombo(pWnd) && isDropDownList(hChild)) {
-        // No selection stored: the first entry is chosen.
-        if (readInt(stream, nValue) && (nValue == -1 ? (nValue = 0, true) : nValue >= 0) &&
-            nValue < (int)::SendMessageW(hChild, CB_GETCOUNT, 0, 0))
+        break;
+    case kindDropDownList:
+        if (readIndex(stream, (int)::SendMessageW(hChild, CB_GETCOUNT, 0, 0), nValue))
             ::SendMessageW(hChild, CB_SETCURSEL, (WPARAM)nValue, 0);
-    } else if (isCombo(pWnd)) {
+        break;
+    case kindComboText:
         readText(stream, ::GetWindow(hChild, GW_CHILD));
-    } else if (isEdit(pWnd)) {
+        break;
+    case kindEdit:
         readText(stream, hChild);
-    } else if (isTabCtrl(pWnd)) {
-        if (readInt(stream, nValue) && (nValue == -1 ? (nValue = 0, true) : nValue >= 0) &&
-            nValue < (int)::SendMessageW(hChild, TCM_GETITEMCOUNT, 0, 0))
+        break;
+    case kindTab:
+        if (readIndex(stream, (int)::SendMessageW(hChild, TCM_GETITEMCOUNT, 0, 0), nValue))
             ::SendMessageW(hChild, TCM_SETCURSEL, (WPARAM)nValue, 0);
-    } else {
-        return false;
+        break;
+    case kindNone:
+        break;
     }
     return true;
 }

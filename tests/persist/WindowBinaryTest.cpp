@@ -5,6 +5,7 @@
 #include "KxTestLayoutDlg.h"
 #include "KxTestApp.h"
 #include <afxwin.h>
+#include <algorithm>
 #include <random>
 #include <string>
 #include <vector>
@@ -426,6 +427,56 @@ TEST_F(Persist, DamagedTextsAndIndexesLeaveTheControlsAlone)
     EXPECT_TRUE(load(tab, tab.getSectionName(&dlg), intBytes(7)));   // beyond the three tabs
     EXPECT_EQ(1, ::SendMessageW(dlg.item(idTab), TCM_GETCURSEL, 0, 0));
     EXPECT_EQ(3, ::SendMessageW(dlg.item(idTab), TCM_GETITEMCOUNT, 0, 0));
+}
+
+// A stored text of hundreds of kilobytes goes into a control only up to what the control takes: its
+// own text limit, and no more than a single line can show; what is applied is the stored text's
+// beginning, never bytes beyond it.
+TEST_F(Persist, HugeStoredTextsAreCutToWhatTheControlTakes)
+{
+    createControls(dlg);
+    HWND hMulti = dlg.addChild(idStatic + 1, L"EDIT", 230, 10, 100, 60, ES_MULTILINE | ES_AUTOVSCROLL);
+    HWND hComboEdit = ::GetWindow(dlg.item(idCombo), GW_CHILD);
+    std::wstring huge(150000, L'x');
+    for (size_t i = 0; i < huge.size(); i += 97)
+        huge[i] = L'A' + (wchar_t)(i % 26);
+    const Bytes bytes = textBytes((int)huge.size(), huge);
+
+    struct Case {
+        UINT nId;
+        HWND hText;
+        UINT nLimit;       // set with EM_LIMITTEXT first; 0 leaves the control's own
+        size_t nExpected;  // 0: the control's own limit as it reports it, at most 32767
+    };
+    const Case cases[] = {
+        {idEdit, dlg.item(idEdit), 0, 0},
+        {idEdit, dlg.item(idEdit), 12, 12},
+        {idEdit, dlg.item(idEdit), 0x7FFFFFFE, 32767},
+        {idCombo, hComboEdit, 0, 0},
+        {idStatic + 1, hMulti, 40000, 40000},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << "control " << c.nId << ", limit " << c.nLimit);
+        if (c.nLimit)
+            ::SendMessageW(c.hText, EM_LIMITTEXT, c.nLimit, 0);
+        size_t nExpected = c.nExpected;
+        if (!nExpected)
+            nExpected = std::min<size_t>(32767, (size_t)::SendMessageW(c.hText, EM_GETLIMITTEXT, 0, 0));
+        KxUiWindowStateBinary record(c.nId);
+        storeValue(record.getSectionName(&dlg), L"WNDSTATE", bytes);
+        EXPECT_TRUE(record.loadData(&dlg));
+        EXPECT_EQ(CString(huge.substr(0, nExpected).c_str()), text(c.hText));
+    }
+
+    // A surrogate pair at the cut is not split.
+    std::wstring pairs = L"ab";
+    for (int i = 0; i < 10; ++i)
+        pairs += L"\xD83D\xDE00";
+    ::SendMessageW(dlg.item(idEdit), EM_LIMITTEXT, 5, 0);
+    KxUiWindowStateBinary edit(idEdit);
+    storeValue(edit.getSectionName(&dlg), L"WNDSTATE", textBytes((int)pairs.size(), pairs));
+    EXPECT_TRUE(edit.loadData(&dlg));
+    EXPECT_EQ(CString(pairs.substr(0, 4).c_str()), text(dlg.item(idEdit)));
 }
 
 // Random lengths and contents in every record's value: nothing crashes, a text is applied exactly
