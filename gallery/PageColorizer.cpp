@@ -27,8 +27,6 @@ class CColorizerPage : public CGalleryPage {
 public:
     ~CColorizerPage() override
     {
-        if (GetSafeHwnd())
-            DestroyWindow();
         RemoveScratch();
     }
     LPCWSTR GetTitle() const override { return L"Syntax colorizer and shell"; }

@@ -25,11 +25,6 @@ class CEditsPage : public CGalleryPage {
     DECLARE_DYNAMIC(CEditsPage)
 
 public:
-    ~CEditsPage() override
-    {
-        if (GetSafeHwnd())
-            DestroyWindow();
-    }
     LPCWSTR GetTitle() const override { return L"Masked and numeric edits"; }
     LPCWSTR GetSlug() const override { return L"edits"; }
     CString GetStatusText() const override
