@@ -3,7 +3,9 @@
 // About dialog (which closes itself), then asks the application to exit.
 #include <afxwin.h>
 #include <afxext.h>
+#include <commctrl.h>
 #include <cstdio>
+#include <shlwapi.h>
 #include <KxUiVersion.h>
 #include "resource.h"
 
@@ -96,6 +98,12 @@ public:
         const DWORD v = KxUiGetVersion();
         std::printf("KxUi version %lu.%lu\n", (v >> 24) & 0xff, (v >> 16) & 0xff);
         Check(v != 0, "library loaded");
+
+        // The manifest from the SDK brings version 6 of the common controls.
+        DLLVERSIONINFO dvi = {sizeof dvi};
+        auto getVersion = reinterpret_cast<DLLGETVERSIONPROC>(
+            reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"comctl32.dll"), "DllGetVersion")));
+        Check(getVersion && SUCCEEDED(getVersion(&dvi)) && dvi.dwMajorVersion == 6, "common controls 6");
 
         auto* frame = new CMainFrame;
         if (!frame->LoadFrame(IDR_MAINFRAME))
