@@ -5,7 +5,6 @@
 #include <afxext.h>
 #include <commctrl.h>
 #include <cstdio>
-#include <shlwapi.h>
 #include <KxUiVersion.h>
 #include "resource.h"
 
@@ -100,10 +99,15 @@ public:
         Check(v != 0, "library loaded");
 
         // The manifest from the SDK brings version 6 of the common controls.
-        DLLVERSIONINFO dvi = {sizeof dvi};
-        auto getVersion = reinterpret_cast<DLLGETVERSIONPROC>(
-            reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"comctl32.dll"), "DllGetVersion")));
-        Check(getVersion && SUCCEEDED(getVersion(&dvi)) && dvi.dwMajorVersion == 6, "common controls 6");
+        // With the manifest the loader maps comctl32 from the side-by-side common-controls 6.0
+        // assembly instead of the system folder. Its path says so on Windows and under Wine
+        // alike; its DllGetVersion does not, as Wine's reports 5.81 for both builds.
+        wchar_t path[MAX_PATH] = {};
+        ::GetModuleFileNameW(::GetModuleHandleW(L"comctl32.dll"), path, MAX_PATH);
+        CString loaded(path);
+        loaded.MakeLower();
+        Check(loaded.Find(L"microsoft.windows.common-controls_") >= 0 && loaded.Find(L"_6.0.") >= 0,
+              "common controls 6");
 
         auto* frame = new CMainFrame;
         if (!frame->LoadFrame(IDR_MAINFRAME))
