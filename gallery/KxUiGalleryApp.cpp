@@ -255,11 +255,23 @@ int CGalleryApp::RunLayoutCheck()
             continue;
         }
         PumpPending();
-        for (const CString& problem : KxCheckPageLayout(frame->GetPage()->GetSafeHwnd())) {
-            CString line;
-            line.Format(L"page %d (%s): %s", i + 1, frame->GetPage()->GetSlug(), static_cast<LPCWSTR>(problem));
-            PrintLine(line);
-            ++problems;
+        CGalleryPage* page = frame->GetPage();
+        // As laid out, then in each position the user can push it into.
+        for (int extreme = -1; extreme < page->GetExtremeCount(); ++extreme) {
+            if (extreme >= 0) {
+                page->ShowExtreme(extreme);
+                PumpPending();
+            }
+            for (const CString& problem : KxCheckPageLayout(page->GetSafeHwnd())) {
+                CString line;
+                if (extreme < 0)
+                    line.Format(L"page %d (%s): %s", i + 1, page->GetSlug(), static_cast<LPCWSTR>(problem));
+                else
+                    line.Format(L"page %d (%s), position %d: %s", i + 1, page->GetSlug(), extreme + 1,
+                                static_cast<LPCWSTR>(problem));
+                PrintLine(line);
+                ++problems;
+            }
         }
     }
     CString summary;

@@ -22,6 +22,10 @@ public:
     // Something for the page to do before a snapshot, so that the picture shows the page at
     // work (typing, dragging); the default does nothing.
     virtual void Animate() {}
+    // Positions the user can push the page into that its layout must survive, such as a
+    // splitter dragged to either end. The layout check puts the page into each in turn.
+    virtual int GetExtremeCount() const { return 0; }
+    virtual void ShowExtreme(int /*nIndex*/) {}
     // What the user typed survives a restart: the text of every editable edit field on the
     // page (panels included) is written to the profile section "Gallery\<slug>" when the
     // program closes and put back when the page is next built. A page with more state

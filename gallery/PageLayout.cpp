@@ -67,27 +67,62 @@ const Customer kCustomers[] = {
      L"2026-10-10  Order 48230, 40 t of paper"},
 };
 
-// The splitter of the page stops where either pane would become narrower than its minimum.
+// The splitter of the page stops where either pane would become narrower than its minimum,
+// while it is dragged and when the window shrinks. The bar's place is a whole percentage of
+// the container's width, so the limits are whole percentages too: the first one that leaves
+// the left pane its minimum, the last one that leaves the right pane its minimum. Clamping
+// in pixels instead would let the percentage round down below a pane's minimum, and the
+// layout manager would then push the right pane past the container's edge.
 class CBoundedSplitter : public KxUiSplitter {
 public:
     int m_nMinFirst = 0;
     int m_nMinSecond = 0;
 
+    // Moves the bar back inside its limits after the container changed size.
+    void KeepWithinLimits()
+    {
+        int lo = 0, hi = 0;
+        const int extent = ContainerWidth();
+        if (!m_pLayoutManager || !Limits(extent, lo, hi))
+            return;
+        const int percent = m_nPercent < lo ? lo : (m_nPercent > hi ? hi : m_nPercent);
+        if (percent == m_nPercent)
+            return;
+        m_nPercent = percent;
+        m_pLayoutManager->SetConstraint(static_cast<UINT>(GetDlgCtrlID()), KxUiLayoutManager::sideLeft,
+                                        KxUiLayoutManager::typeFraction, percent, 0);
+        m_pLayoutManager->RedrawLayout(false);
+    }
+
 protected:
+    int ContainerWidth() const
+    {
+        CRect area;
+        GetParent()->GetClientRect(&area);
+        return area.Width();
+    }
+
+    bool Limits(int extent, int& lo, int& hi) const
+    {
+        if (extent <= 0)
+            return false;
+        lo = (m_nMinFirst * 100 + extent - 1) / extent;
+        hi = (extent - m_nMinSecond - barThickness) * 100 / extent;
+        return lo <= hi;
+    }
+
     afx_msg void OnMouseMove(UINT nFlags, CPoint point)
     {
-        if (::GetCapture() == m_hWnd) {
-            CWnd* parent = GetParent();
-            CRect area;
-            parent->GetClientRect(&area);
+        int lo = 0, hi = 0;
+        const int extent = ContainerWidth();
+        if (::GetCapture() == m_hWnd && Limits(extent, lo, hi)) {
             CPoint pt = point;
-            ClientToScreen(&pt);
-            parent->ScreenToClient(&pt);
-            const int lo = area.left + m_nMinFirst, hi = area.right - m_nMinSecond - KxUiSplitter::barThickness;
-            if (lo <= hi)
-                pt.x = pt.x < lo ? lo : (pt.x > hi ? hi : pt.x);
-            parent->ClientToScreen(&pt);
-            ScreenToClient(&pt);
+            MapWindowPoints(GetParent(), &pt, 1);
+            int percent = pt.x < 0 ? 0 : pt.x * 100 / extent;
+            percent = percent < lo ? lo : (percent > hi ? hi : percent);
+            // The first pixel of that percentage, so that the bar computes the same one back.
+            pt.x = (percent * extent + 99) / 100;
+            GetParent()->MapWindowPoints(this, &pt, 1);
             point = pt;
         }
         KxUiSplitter::OnMouseMove(nFlags, point);
@@ -155,7 +190,20 @@ public:
         m_layout.SetMinMax(IDC_CUSTOMERS, CSize(kMinCustomers, 60), CSize(0, 0));
         m_layout.SetMinMax(IDC_DETAILS, CSize(kMinDetails, 60), CSize(0, 0));
         m_layout.RedrawLayout();
+        m_splitter.KeepWithinLimits();
         ShowDetails();
+    }
+
+    // Drags the bar as the mouse would, to the target left or the target right of the area.
+    void DragSplitterToEnd(bool bRight)
+    {
+        CRect rc;
+        GetClientRect(&rc);
+        CPoint target(bRight ? rc.right + 500 : rc.left - 500, rc.Height() / 2);
+        MapWindowPoints(&m_splitter, &target, 1);
+        m_splitter.SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(1, 1));
+        m_splitter.SendMessage(WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(static_cast<short>(target.x), static_cast<short>(target.y)));
+        m_splitter.SendMessage(WM_LBUTTONUP, 0, MAKELPARAM(static_cast<short>(target.x), static_cast<short>(target.y)));
     }
 
     // The details pane shows the chosen customer's notes, contacts or history.
@@ -175,6 +223,14 @@ protected:
     void OnOK() override {}
     void OnCancel() override {}
     afx_msg void OnCustomerChanged() { ShowDetails(); }
+    // The layout manager has laid the panes out for the new size; a narrower window may have
+    // left a pane below its minimum, so the bar moves back inside its limits.
+    afx_msg void OnSize(UINT nType, int cx, int cy)
+    {
+        CDialog::OnSize(nType, cx, cy);
+        if (m_splitter.GetSafeHwnd())
+            m_splitter.KeepWithinLimits();
+    }
     afx_msg void OnTabChanged(NMHDR*, LRESULT* pResult)
     {
         ShowDetails();
@@ -197,6 +253,7 @@ private:
 IMPLEMENT_DYNAMIC(CLayoutSplitArea, CDialog)
 
 BEGIN_MESSAGE_MAP(CLayoutSplitArea, CDialog)
+    ON_WM_SIZE()
     ON_LBN_SELCHANGE(IDC_CUSTOMERS, &CLayoutSplitArea::OnCustomerChanged)
     ON_NOTIFY(TCN_SELCHANGE, IDC_DETAILS, &CLayoutSplitArea::OnTabChanged)
 END_MESSAGE_MAP()
@@ -213,6 +270,8 @@ public:
     }
     LPCWSTR GetTitle() const override { return L"Layout and splitter"; }
     LPCWSTR GetSlug() const override { return L"layout"; }
+    int GetExtremeCount() const override { return 2; }
+    void ShowExtreme(int nIndex) override { m_area.DragSplitterToEnd(nIndex == 1); }
     CString GetStatusText() const override
     {
         return L"Resize the window or drag the splitter: every child follows its constraints; "
