@@ -57,11 +57,6 @@ class CHooksPage : public CGalleryPage {
     DECLARE_DYNAMIC(CHooksPage)
 
 public:
-    ~CHooksPage() override
-    {
-        if (GetSafeHwnd())
-            DestroyWindow();
-    }
     LPCWSTR GetTitle() const override { return L"Window hooks"; }
     LPCWSTR GetSlug() const override { return L"hooks"; }
     CString GetStatusText() const override

@@ -262,12 +262,6 @@ class CLayoutPage : public CGalleryPage {
     DECLARE_DYNAMIC(CLayoutPage)
 
 public:
-    // The window (and the split area's with it) goes before the layout managers that hook them.
-    ~CLayoutPage() override
-    {
-        if (GetSafeHwnd())
-            DestroyWindow();
-    }
     LPCWSTR GetTitle() const override { return L"Layout and splitter"; }
     LPCWSTR GetSlug() const override { return L"layout"; }
     int GetExtremeCount() const override { return 2; }
