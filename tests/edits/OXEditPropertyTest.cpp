@@ -23,7 +23,7 @@ int StressSteps()
 {
     const char* env = std::getenv("KXUI_EDIT_STRESS_STEPS");
     int n = env != nullptr ? std::atoi(env) : 0;
-    return n > 0 ? n : 2000;
+    return n > 0 ? n : 1500;
 }
 
 // What the text of a numeric edit must look like under its present settings.
