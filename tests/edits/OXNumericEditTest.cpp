@@ -521,6 +521,14 @@ TEST(OXNumericLocale, SettingsComeFromTheUsersLocale)
     SetWindowTextW(edit.m_hWnd, L"-123456,78");
     EXPECT_EQ(L"12.3456,7 -", WindowText(edit.m_hWnd));
     EXPECT_DOUBLE_EQ(-123456.7, edit.GetValue());
+    // A new control starts with the documented defaults whatever the locale says; only
+    // GetLocaleSettings takes the locale.
+    KxUiOXNumericEdit fresh;
+    ASSERT_TRUE(CreateEdit(fresh, host));
+    EXPECT_EQ(L"0.00", WindowText(fresh.m_hWnd));
+    EXPECT_EQ(L',', fresh.GetGroupSeparator());
+    EXPECT_EQ(3, fresh.GetGroupLength());
+    EXPECT_EQ(CString(L"-1.1"), fresh.GetNegativeFormat());
 }
 
 TEST(OXNumericLocale, CurrencyFormatsFollowTheLocaleTables)
