@@ -18,6 +18,9 @@ enum : UINT {
 };
 
 const int kFields = 5;
+// Where the page keeps its fields between runs, and the names of the number fields there.
+const wchar_t kSection[] = L"Gallery\\edits";
+const wchar_t* const kNumberNames[] = {L"Quantity", L"UnitPrice", L"Discount"};
 
 // A masked edit for telephone numbers: digits and spaces only. The masked edit takes any
 // character; this one adds its filter with one message-map entry and leaves the rest
@@ -66,6 +69,48 @@ public:
         // Leave the field as tabbing into it would: the whole value selected, no caret
         // standing inside the number.
         m_price.SetSel(0, -1);
+        ShowValues();
+    }
+
+    // The fields keep what the user typed, not their shown text: put back through
+    // WM_SETTEXT, a masked field's text would take its literals in as input ("+44 (0) +44
+    // (0) 20 ...") and a currency field's "($5.00)" would lose its sign.
+    void SaveState() override
+    {
+        CWinApp* app = AfxGetApp();
+        if (app == nullptr || GetSafeHwnd() == nullptr)
+            return;
+        app->WriteProfileString(kSection, L"Phone", m_phone.GetInputData());
+        app->WriteProfileString(kSection, L"PartNumber", m_part.GetInputData());
+        const KxUiOXNumericEdit* numbers[] = {&m_quantity, &m_price, &m_discount};
+        for (int i = 0; i < 3; ++i) {
+            CString value;
+            value.Format(L"%.17g", numbers[i]->GetValue());
+            app->WriteProfileString(kSection, kNumberNames[i], value);
+        }
+    }
+    void RestoreState() override
+    {
+        CWinApp* app = AfxGetApp();
+        if (app == nullptr)
+            return;
+        // A marker that can never be a saved text tells "never saved" from "saved empty".
+        const wchar_t kUnset[] = L"\x01";
+        KxUiOXEdit* masked[] = {&m_phone, &m_part};
+        const wchar_t* maskedNames[] = {L"Phone", L"PartNumber"};
+        for (int i = 0; i < 2; ++i) {
+            const CString text = app->GetProfileString(kSection, maskedNames[i], kUnset);
+            if (text != kUnset) {
+                masked[i]->EmptyData(TRUE);
+                masked[i]->SetInputData(text, 0);
+            }
+        }
+        KxUiOXNumericEdit* numbers[] = {&m_quantity, &m_price, &m_discount};
+        for (int i = 0; i < 3; ++i) {
+            const CString text = app->GetProfileString(kSection, kNumberNames[i], kUnset);
+            if (text != kUnset)
+                numbers[i]->SetValue(_wtof(text));
+        }
         ShowValues();
     }
 
