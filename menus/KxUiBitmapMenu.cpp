@@ -482,6 +482,12 @@ void KxUiBitmapMenu::DrawItem(LPDRAWITEMSTRUCT lpDIS)
     }
     KxUiItemInfo* info = pos >= 0 ? GetItemInfo(pos) : nullptr;
     if (info == nullptr) {
+        // A separator added while customising, before the menu was converted again, has no
+        // data of ours; it is drawn all the same so the row is not left blank.
+        if (lpDIS->itemID == 0) {
+            dc.FillSolidRect(&itemRect, ::GetSysColor(COLOR_MENU));
+            DrawSeparator(&dc, itemRect);
+        }
         dc.Detach();
         return;
     }
