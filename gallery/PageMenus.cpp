@@ -8,6 +8,7 @@
 #include "KxUiBitmapMenuPopupWnd.h"
 #include "KxUiHyperLinkAction.h"
 #include <afxcmn.h>
+#include <algorithm>
 
 namespace {
 
@@ -224,25 +225,27 @@ protected:
         AddControl(L"BUTTON", L"&File", BS_PUSHBUTTON | WS_TABSTOP, CRect(10, 10, 70, 34), IDC_MENU_FILE);
         AddControl(L"BUTTON", L"&Edit", BS_PUSHBUTTON | WS_TABSTOP, CRect(72, 10, 132, 34), IDC_MENU_EDIT);
         AddControl(L"BUTTON", L"&View", BS_PUSHBUTTON | WS_TABSTOP, CRect(134, 10, 194, 34), IDC_MENU_VIEW);
+        // The menus open below the buttons, in the left column; the right column holds the
+        // options, the hyperlink actions and the recently-used preview.
+        const int x = std::max(240, w - 300);
         AddControl(L"BUTTON", L"Show only recently used commands", BS_AUTOCHECKBOX | WS_TABSTOP,
-                   CRect(210, 6, 480, 24), IDC_RECENT_ONLY);
-        AddControl(L"BUTTON", L"Customise (drag items, right-click for commands)", BS_AUTOCHECKBOX | WS_TABSTOP,
-                   CRect(210, 24, 520, 42), IDC_CUSTOMIZE);
-        AddControl(L"BUTTON", L"Open these menus in a frame window", BS_PUSHBUTTON | WS_TABSTOP,
-                   CRect(10, 300, 260, 326), IDC_SHOW_FRAME);
-        AddControl(L"STATIC", L"Choose a command from a menu.", SS_LEFT, CRect(10, 334, 400, 352), IDC_CHOSEN);
+                   CRect(x, 8, w - 10, 26), IDC_RECENT_ONLY);
+        AddControl(L"BUTTON", L"Customise (drag, right-click)", BS_AUTOCHECKBOX | WS_TABSTOP,
+                   CRect(x, 28, w - 10, 46), IDC_CUSTOMIZE);
+        AddControl(L"BUTTON", L"Open these menus in a frame", BS_PUSHBUTTON | WS_TABSTOP,
+                   CRect(10, 260, 220, 286), IDC_SHOW_FRAME);
+        AddControl(L"STATIC", L"Choose a command from a menu.", SS_LEFT, CRect(10, 292, 220, 328), IDC_CHOSEN);
 
-        const int x = w / 2 + 60;
-        AddControl(L"STATIC", L"Hyperlink actions:", SS_LEFT, CRect(x, 60, w - 10, 78), IDC_LINKS_LABEL);
-        AddControl(L"BUTTON", L"Open https://example.org/", BS_PUSHBUTTON | WS_TABSTOP, CRect(x, 82, w - 10, 106),
+        AddControl(L"STATIC", L"Hyperlink actions:", SS_LEFT, CRect(x, 58, w - 10, 76), IDC_LINKS_LABEL);
+        AddControl(L"BUTTON", L"Open https://example.org/", BS_PUSHBUTTON | WS_TABSTOP, CRect(x, 78, w - 10, 102),
                    IDC_LINK_OPEN);
         AddControl(L"BUTTON", L"E-mail support@example.org", BS_PUSHBUTTON | WS_TABSTOP,
-                   CRect(x, 110, w - 10, 134), IDC_LINK_MAIL);
-        AddControl(L"BUTTON", L"Explore a folder that does not exist", BS_PUSHBUTTON | WS_TABSTOP,
-                   CRect(x, 138, w - 10, 162), IDC_LINK_EXPLORE);
+                   CRect(x, 104, w - 10, 128), IDC_LINK_MAIL);
+        AddControl(L"BUTTON", L"Explore a missing folder", BS_PUSHBUTTON | WS_TABSTOP,
+                   CRect(x, 130, w - 10, 154), IDC_LINK_EXPLORE);
         AddControl(L"BUTTON", L"User defined: a message to this page", BS_PUSHBUTTON | WS_TABSTOP,
-                   CRect(x, 166, w - 10, 190), IDC_LINK_USER);
-        AddControl(L"STATIC", L"", SS_LEFT, CRect(x, 196, w - 10, 250), IDC_LINK_RESULT);
+                   CRect(x, 156, w - 10, 180), IDC_LINK_USER);
+        AddControl(L"STATIC", L"", SS_LEFT, CRect(x, 184, w - 10, 234), IDC_LINK_RESULT);
         m_links[0].Set(KxUiHyperLinkAction::ActionOpen, L"https://example.org/", nullptr, nullptr, SW_SHOWNORMAL, 0,
                        nullptr);
         m_links[1].Set(KxUiHyperLinkAction::ActionEmail, L"support@example.org", nullptr, nullptr, SW_SHOWNORMAL, 0,
@@ -254,7 +257,7 @@ protected:
         for (auto& link : m_links)
             link.SetOwnerWnd(m_hWnd);
 
-        AddControl(L"STATIC", L"Edit, showing only the recently used commands:", SS_LEFT, CRect(x, 262, w - 10, 280),
+        AddControl(L"STATIC", L"Edit, recently used commands only:", SS_LEFT, CRect(x, 240, w - 10, 258),
                    IDC_RECENT_LABEL);
         ShowRecentPreview();
     }
