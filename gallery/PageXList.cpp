@@ -56,7 +56,7 @@ protected:
         GetClientRect(&rc);
         m_list.setStrEmptyText(L"No orders");
         m_list.Create(WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER | LVS_SHOWSELALWAYS,
-                      CRect(10, 10, rc.right - 10, rc.bottom - 70), this, IDC_ORDERS);
+                      CRect(10, 10, rc.right - 10, rc.bottom - 86), this, IDC_ORDERS);
         ApplyFont(&m_list);
         struct ColumnDef {
             const wchar_t* title;
@@ -113,12 +113,12 @@ protected:
         m_list.SetBold(4, colStatus, true);  // cancelled orders stand out
         m_list.SetHeaderCheckedState(colPaid, m_list.CountCheckedItems(colPaid) == row ? 2 : 1);
 
-        AddControl(L"STATIC", L"", SS_LEFT | SS_NOPREFIX, CRect(10, rc.bottom - 62, rc.right - 10, rc.bottom - 42),
+        AddControl(L"STATIC", L"", SS_LEFT | SS_NOPREFIX, CRect(10, rc.bottom - 80, rc.right - 10, rc.bottom - 62),
                    IDC_LAST_EVENT);
         AddControl(L"STATIC",
-                   L"Ctrl-click rows to select several, then edit one of them: the value goes to all. Up and "
-                   L"Down move the editor, Escape cancels; a click on a header sorts, the Paid header checks all.",
-                   SS_LEFT, CRect(10, rc.bottom - 40, rc.right - 10, rc.bottom - 4), IDC_NOTE);
+                   L"Ctrl-click rows, then edit one of them: the value goes to every selected row. Up and Down "
+                   L"move the editor, Escape cancels. A header click sorts; the Paid header checks all.",
+                   SS_LEFT, CRect(10, rc.bottom - 58, rc.right - 10, rc.bottom - 4), IDC_NOTE);
 
         using LM = KxUiLayoutManager;
         m_layout.Attach(this);
