@@ -383,11 +383,15 @@ void KxUiSyntaxColorizer::colorize(LPCWSTR text, FormatSink& sink, long offset)
     const WORD* const delimiters = tables[tabDelimiter];
     // The character before the first one counts as a delimiter.
     auto isDelimiter = [&](long at) { return at < 0 || lookup(delimiters, text[at]) != 0; };
-    // A backslash right before the line break (before "\r\n" taken as one break) continues
-    // a line comment onto the next line.
-    auto continued = [&](long at) {
-        long before = (text[at] == L'\n' && at >= 1 && text[at - 1] == L'\r') ? at - 2 : at - 1;
-        return before >= 0 && text[before] == L'\\';
+    // Line breaks come as "\n", as a lone "\r" (what a rich edit control reports) or as
+    // "\r\n", which is one break: its "\r" leaves the span open so that the "\n" closes it
+    // and both characters belong to the comment. A backslash right before the break, in any
+    // of the three forms, continues the comment onto the next line.
+    auto endsLine = [&](long at) {
+        if (text[at] == L'\r' && text[at + 1] == L'\n')
+            return false;
+        const long before = (text[at] == L'\n' && at >= 1 && text[at - 1] == L'\r') ? at - 2 : at - 1;
+        return before < 0 || text[before] != L'\\';
     };
 
     const WORD* state = tables[tabNormal];
@@ -427,7 +431,7 @@ void KxUiSyntaxColorizer::colorize(LPCWSTR text, FormatSink& sink, long offset)
             }
             break;
         case actLineEnd:
-            if (!continued(i)) {
+            if (endsLine(i)) {
                 state = tables[tabNormal];
                 sink.applyFormat(spanStart, offset + i + 1, m_cfComment);
             }
