@@ -1,22 +1,23 @@
-// Colouring C++ source in a rich edit control, as an editor holds it: a visible control in a
-// visible parent that asks for change and selection notifications, with undo recording on.
+// Colouring C++ source in a rich edit control held as an editor holds it: a child of a frame
+// that asks for change and selection notifications, undo recording on, focused.
 //
 // 1. The tokenizer alone, its rich edit calls counted instead of made.
-// 2. What each way of quieting the control is worth: the colorizer's selection and format
-//    calls replayed on a fresh control with nothing suspended (the baseline: what Colorize
-//    cost before it quieted the control) and with one thing suspended at a time.
-// 3. The curve: Colorize against the plain replay at several sizes, in ms per KB.
+// 2. What each way of quieting the control is worth, on a hidden and on a shown editor: the
+//    colorizer's selection and format calls replayed on a fresh control with nothing
+//    suspended (what Colorize cost before it quieted the control) and with one kind of
+//    suspension at a time.
+// 3. The curve: Colorize against that plain replay at several sizes, in ms per KB.
 //
-//   bench_colorizer.exe [KB ...] [--large] [--rounds N] [--options KB]
+//   bench_colorizer.exe [KB ...] [--large] [--shown] [--rounds N] [--options KB]
 //
-// Without sizes it runs 64, 128, 256 and 512 KB; --large adds 1024 KB, which takes minutes
-// because the control's cost grows faster than its text.
+// Without sizes the curve runs 64, 128, 256 and 512 KB on a hidden editor; --large adds
+// 1024 KB, which takes minutes because the control's cost grows faster than its text;
+// --shown runs the curve on a shown editor, whose plain replay is slower still. --options
+// sets the size of part 2 (16 KB; 0 skips it).
 #include "KxUiSyntaxColorizer.h"
 #include "../textshell/KxUiColorizerSample.h"
+#include "../textshell/KxUiRichEditQuiet.h"
 #include <afxcmn.h>
-#include <richole.h>
-#include <tom.h>
-#include <wrl/client.h>
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -24,11 +25,6 @@
 #include <string>
 #include <vector>
 
-using Microsoft::WRL::ComPtr;
-
-// The text object model's document interface; MinGW's headers name it without its GUID.
-__CRT_UUID_DECL(ITextDocument, 0x8CC497C0, 0xA1DF, 0x11CE, 0x80, 0x98, 0x00, 0xAA, 0x00, 0x47,
-                0xBE, 0x5D)
 
 namespace {
 
@@ -83,23 +79,16 @@ LRESULT CALLBACK parentProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lPara
     return ::DefWindowProcW(hwnd, message, wParam, lParam);
 }
 
-// What a replay suspends on the control.
-enum : unsigned {
-    keepNothing = 0,
-    quietUndo = 1,        // undo recording suspended through the text object model
-    quietEvents = 2,      // event mask cleared
-    quietRedraw = 4,      // WM_SETREDRAW off
-    quietSelection = 8,   // selection hidden
-    quietAll = 15,
-};
-
-// A visible editor loaded with the unformatted text.
+// A rich edit control loaded with the unformatted text, as an editor holds it: a child of a
+// frame that listens to its change and selection notifications, undo recording on, focused.
+// Shown or not: a shown control also draws every selection change.
 class Editor {
 public:
-    explicit Editor(const std::wstring& source)
+    Editor(const std::wstring& source, bool visible)
     {
-        parent = ::CreateWindowExW(0, L"KxBenchEditorFrame", L"", WS_OVERLAPPEDWINDOW | WS_VISIBLE,
-                                   0, 0, 820, 640, nullptr, nullptr, nullptr, nullptr);
+        parent = ::CreateWindowExW(0, L"KxBenchEditorFrame", L"",
+                                   WS_OVERLAPPEDWINDOW | (visible ? WS_VISIBLE : 0), 0, 0, 820,
+                                   640, nullptr, nullptr, nullptr, nullptr);
         HWND hwnd = ::CreateWindowExW(0, MSFTEDIT_CLASS, L"",
                                       WS_CHILD | WS_VISIBLE | WS_VSCROLL | ES_MULTILINE |
                                           ES_AUTOVSCROLL,
@@ -126,34 +115,6 @@ public:
 
     bool valid() const { return edit.m_hWnd != nullptr; }
 
-    // Switches the chosen suspensions on (true) or back off (false).
-    void quiet(unsigned what, bool on)
-    {
-        if (what & quietUndo) {
-            if (!document) {
-                ComPtr<IRichEditOle> ole;
-                if (edit.SendMessage(EM_GETOLEINTERFACE, 0,
-                                     reinterpret_cast<LPARAM>(ole.GetAddressOf())) && ole)
-                    ole.As(&document);
-            }
-            if (document)
-                document->Undo(on ? tomSuspend : tomResume, nullptr);
-        }
-        if (what & quietEvents) {
-            if (on)
-                savedMask = edit.SetEventMask(0);
-            else
-                edit.SetEventMask(savedMask);
-        }
-        if (what & quietRedraw) {
-            edit.SetRedraw(on ? FALSE : TRUE);
-            if (!on)
-                edit.Invalidate(FALSE);
-        }
-        if (what & quietSelection)
-            edit.HideSelection(on, FALSE);
-    }
-
     // Lets the control paint what it has invalidated, as it would between two keystrokes.
     static void pump()
     {
@@ -166,8 +127,6 @@ public:
 
     HWND parent = nullptr;
     CRichEditCtrl edit;
-    ComPtr<ITextDocument> document;
-    DWORD savedMask = 0;
 };
 
 struct Run {
@@ -208,29 +167,30 @@ public:
     }
 
     // The colorizer's calls, in its order, with the chosen suspensions around them.
-    Run replay(unsigned quiet)
+    Run replay(unsigned quiet, bool visible)
     {
-        Editor editor(m_source);
+        Editor editor(m_source, visible);
         if (!editor.valid())
             return {};
         const double t0 = seconds();
-        editor.quiet(quiet, true);
-        editor.edit.SetSel(0, -1);
-        editor.edit.SendMessage(EM_GETSELTEXT, 0, reinterpret_cast<LPARAM>(m_text.data()));
-        editor.edit.SetSelectionCharFormat(m_default);
-        for (const auto& span : m_spans) {
-            CHARFORMATW format = *span.format;
-            editor.edit.SetSel(span.start, span.end);
-            editor.edit.SetSelectionCharFormat(format);
+        {
+            KxUiRichEditQuiet suspended(editor.edit, quiet);
+            editor.edit.SetSel(0, -1);
+            editor.edit.SendMessage(EM_GETSELTEXT, 0, reinterpret_cast<LPARAM>(m_text.data()));
+            editor.edit.SetSelectionCharFormat(m_default);
+            for (const auto& span : m_spans) {
+                CHARFORMATW format = *span.format;
+                editor.edit.SetSel(span.start, span.end);
+                editor.edit.SetSelectionCharFormat(format);
+            }
         }
-        editor.quiet(quiet, false);
         Editor::pump();
         return {seconds() - t0, g_notifications};
     }
 
-    Run colorize()
+    Run colorize(bool visible)
     {
-        Editor editor(m_source);
+        Editor editor(m_source, visible);
         if (!editor.valid())
             return {};
         const double t0 = seconds();
@@ -239,38 +199,49 @@ public:
         return {seconds() - t0, g_notifications};
     }
 
+    // Each suspension alone against none, on a hidden and on a shown editor.
     void options(long kilobytes)
     {
         load(kilobytes);
         tokenizer();
-        const unsigned what[] = {keepNothing, quietUndo, quietEvents, quietRedraw, quietSelection,
-                                 quietAll};
+        const unsigned what[] = {0,
+                                 KxUiRichEditQuiet::undo,
+                                 KxUiRichEditQuiet::events,
+                                 KxUiRichEditQuiet::redraw,
+                                 KxUiRichEditQuiet::selection,
+                                 KxUiRichEditQuiet::all};
         const char* names[] = {"nothing suspended (baseline)", "undo recording suspended",
                                "event mask cleared", "redraw off", "selection hidden",
                                "all four"};
-        Run runs[6];
-        for (auto& r : runs)
-            r.seconds = 1e30;
-        for (int round = 0; round < m_rounds; ++round)
-            for (size_t n = 0; n < 6; ++n) {
-                const Run r = replay(what[n]);
-                if (r.seconds >= 0 && r.seconds < runs[n].seconds)
-                    runs[n] = r;
-            }
-        std::printf("the colorizer's calls replayed on %ld KB (%zu selections and formats):\n",
-                    kilobytes, m_spans.size() + 1);
-        std::printf("  %-30s %10s %8s %14s\n", "", "ms", "ratio", "notifications");
-        for (size_t n = 0; n < 6; ++n)
-            std::printf("  %-30s %10.1f %8.2f %14ld\n", names[n], runs[n].seconds * 1e3,
-                        runs[n].seconds / runs[0].seconds, runs[n].notifications);
-        std::printf("\n");
+        for (bool visible : {false, true}) {
+            Run runs[6];
+            for (auto& r : runs)
+                r.seconds = 1e30;
+            for (int round = 0; round < m_rounds; ++round)
+                for (size_t n = 0; n < 6; ++n) {
+                    const Run r = replay(what[n], visible);
+                    if (r.seconds >= 0 && r.seconds < runs[n].seconds)
+                        runs[n] = r;
+                }
+            std::printf("the colorizer's calls replayed on %ld KB in a %s editor (%zu selections "
+                        "and formats):\n",
+                        kilobytes, visible ? "shown" : "hidden", m_spans.size() + 1);
+            std::printf("  %-30s %10s %8s %14s\n", "", "ms", "ratio", "notifications");
+            for (size_t n = 0; n < 6; ++n)
+                std::printf("  %-30s %10.1f %8.2f %14ld\n", names[n], runs[n].seconds * 1e3,
+                            runs[n].seconds / runs[0].seconds, runs[n].notifications);
+            std::printf("\n");
+            std::fflush(stdout);
+        }
     }
 
-    void curve(const std::vector<long>& sizes)
+    void curve(const std::vector<long>& sizes, bool visible)
     {
-        std::printf("Colorize against the plain replay (its calls with nothing suspended):\n");
-        std::printf("  %8s %12s %12s %8s %12s %12s\n", "KB", "replay ms", "Colorize ms", "ratio",
-                    "replay ms/KB", "Colorize ms/KB");
+        std::printf("Colorize against the plain replay (its calls with nothing suspended), %s "
+                    "editor:\n",
+                    visible ? "shown" : "hidden");
+        std::printf("  %8s %12s %12s %8s %12s %14s\n", "KB", "replay ms", "Colorize ms",
+                    "speed-up", "replay ms/KB", "Colorize ms/KB");
         for (long kilobytes : sizes) {
             load(kilobytes);
             // The largest sizes take seconds each: one round is a fair reading there.
@@ -278,18 +249,19 @@ public:
             Run plain, whole;
             plain.seconds = whole.seconds = 1e30;
             for (int round = 0; round < rounds; ++round) {
-                const Run p = replay(keepNothing);
-                const Run w = colorize();
+                const Run p = replay(0, visible);
+                const Run w = colorize(visible);
                 if (p.seconds >= 0 && p.seconds < plain.seconds)
                     plain = p;
                 if (w.seconds >= 0 && w.seconds < whole.seconds)
                     whole = w;
             }
-            std::printf("  %8ld %12.1f %12.1f %8.2f %12.3f %12.3f\n", kilobytes,
-                        plain.seconds * 1e3, whole.seconds * 1e3, whole.seconds / plain.seconds,
+            std::printf("  %8ld %12.1f %12.1f %8.2f %12.3f %14.3f\n", kilobytes,
+                        plain.seconds * 1e3, whole.seconds * 1e3, plain.seconds / whole.seconds,
                         plain.seconds * 1e3 / kilobytes, whole.seconds * 1e3 / kilobytes);
             std::fflush(stdout);
         }
+        std::printf("\n");
     }
 
 private:
@@ -306,12 +278,14 @@ private:
 int main(int argc, char** argv)
 {
     std::vector<long> sizes;
-    bool large = false;
+    bool large = false, visible = false;
     int rounds = 2;
-    long optionSize = 128;
+    long optionSize = 16;
     for (int n = 1; n < argc; ++n) {
         if (!std::strcmp(argv[n], "--large"))
             large = true;
+        else if (!std::strcmp(argv[n], "--shown"))
+            visible = true;
         else if (!std::strcmp(argv[n], "--rounds") && n + 1 < argc)
             rounds = std::max(1, std::atoi(argv[++n]));
         else if (!std::strcmp(argv[n], "--options") && n + 1 < argc)
@@ -337,6 +311,6 @@ int main(int argc, char** argv)
     Bench bench(rounds);
     if (optionSize > 0)
         bench.options(optionSize);
-    bench.curve(sizes);
+    bench.curve(sizes, visible);
     return 0;
 }
