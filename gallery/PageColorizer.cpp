@@ -38,12 +38,7 @@ class CColorizerPage : public CGalleryPage {
     DECLARE_DYNAMIC(CColorizerPage)
 
 public:
-    ~CColorizerPage() override
-    {
-        if (GetSafeHwnd())
-            DestroyWindow();
-        RemoveScratch();
-    }
+    ~CColorizerPage() override { RemoveScratch(); }
     LPCWSTR GetTitle() const override { return L"Syntax colorizer and shell"; }
     LPCWSTR GetSlug() const override { return L"colorizer"; }
     CString GetStatusText() const override
@@ -61,6 +56,47 @@ public:
         }
         OnAddGroup();
         OnRunFileOperations();
+        m_source.SetSel(0, 0);
+    }
+
+    // The source as the user left it and the keyword group's colour survive a restart.
+    void SaveState() override
+    {
+        CGalleryPage::SaveState();
+        CWinApp* app = AfxGetApp();
+        if (!app || !m_source.GetSafeHwnd())
+            return;
+        const CString section = CString(L"Gallery\\") + GetSlug();
+        std::wstring text = CurrentText();
+        if (text.size() <= 65536)
+            app->WriteProfileBinary(section, L"Source", reinterpret_cast<LPBYTE>(&text[0]),
+                                    UINT(text.size() * sizeof(wchar_t)));
+        app->WriteProfileInt(section, L"GroupColour", HasGroup() ? m_groupColour : -1);
+    }
+
+    void RestoreState() override
+    {
+        CGalleryPage::RestoreState();
+        CWinApp* app = AfxGetApp();
+        if (!app)
+            return;
+        const CString section = CString(L"Gallery\\") + GetSlug();
+        LPBYTE data = nullptr;
+        UINT bytes = 0;
+        if (app->GetProfileBinary(section, L"Source", &data, &bytes) && data) {
+            const std::wstring text(reinterpret_cast<const wchar_t*>(data), bytes / sizeof(wchar_t));
+            delete[] data;
+            m_source.SetWindowText(text.c_str());
+            m_source.EmptyUndoBuffer();
+            m_text = CurrentText();
+        }
+        const int colour = int(app->GetProfileInt(section, L"GroupColour", -1));
+        if (colour >= 0 && colour < int(std::size(groupColours))) {
+            m_groupColour = colour;
+            OnAddGroup();
+        } else {
+            RecolourAll();
+        }
         m_source.SetSel(0, 0);
     }
 
@@ -117,13 +153,14 @@ protected:
         CHARFORMATW format;
         m_colorizer.GetDefaultStyle(format);
         format.dwEffects = CFE_BOLD;
-        format.crTextColor = groupColours[m_groupColour];
-        if (m_colorizer.GetKeywordList(1).IsEmpty()) {
+        if (!HasGroup()) {
             KxUiColorizerAddSampleGroup(m_colorizer);
             SetDlgItemText(IDC_ADD_GROUP, L"Next group colour");
+        } else {
+            m_groupColour = (m_groupColour + 1) % int(std::size(groupColours));
         }
+        format.crTextColor = groupColours[m_groupColour];
         m_colorizer.SetGroupStyle(1, format);
-        m_groupColour = (m_groupColour + 1) % int(std::size(groupColours));
         RecolourAll();
     }
 
@@ -166,6 +203,8 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
+    bool HasGroup() const { return !m_colorizer.GetKeywordList(1).IsEmpty(); }
+
     // The text as the control counts its characters, each line break one "\r".
     std::wstring CurrentText()
     {
@@ -270,7 +309,7 @@ private:
     KxUiSyntaxColorizer m_colorizer;
     KxUiLayoutManager m_layout;
     std::wstring m_text;    // the source as last coloured, to find what the user changed
-    int m_groupColour = 0;  // the keyword group's next colour
+    int m_groupColour = 0;  // index of the keyword group's colour
     int m_runs = 0;         // file operation runs so far
     CString m_scratch;
 };
