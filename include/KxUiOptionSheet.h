@@ -81,6 +81,9 @@ public:
     // system's icons, IDI_ and OIC_ identifiers).
     virtual UINT GetIconID();
     virtual HINSTANCE GetIconResourceHandle();
+    // The page's icon (GetIconID from GetIconResourceHandle) at nSize x nSize pixels, owned by the caller;
+    // NULL when the page has none or it cannot be loaded.
+    HICON CreatePageIcon(int nSize);
     // The page's name in the chooser: the text set with SetTitle, the caption string, or the caption of
     // its dialog template.
     virtual CString GetTitle();
@@ -88,7 +91,13 @@ public:
     // ---- attributes ----
     LPCTSTR GetTemplateName() const { return m_lpszTemplateName; }
     void SetTitle(LPCTSTR lpszTitle) { m_strTitle = lpszTitle; }
-    void SetIconID(UINT nIconID, HINSTANCE hInstance = NULL) { m_nIconID = nIconID; m_hIconInstance = hInstance; }
+    // The chooser's icon for the page and the module holding it: the caller's resources by default,
+    // NULL for the system's icons (IDI_ and OIC_ identifiers).
+    void SetIconID(UINT nIconID, HINSTANCE hInstance = AfxGetResourceHandle())
+    {
+        m_nIconID = nIconID;
+        m_hIconInstance = hInstance;
+    }
     BOOL IsModified() const { return m_bModified; }
     // Size of the page in dialog units: the template's, or the one set (a page without template).
     CSize GetTemplateSize() const;
@@ -223,7 +232,7 @@ public:
     BOOL IsWizardMode() const { return (m_dwFlags & flagWizard) != 0; }
     // Back, Next and Finish from PSWIZB_BACK, PSWIZB_NEXT, PSWIZB_FINISH, PSWIZB_DISABLEDFINISH. Without
     // flagWizardHasFinish, Finish takes the place of Next while PSWIZB_FINISH or PSWIZB_DISABLEDFINISH is
-    // given.
+    // given without PSWIZB_NEXT.
     void SetWizardButtons(DWORD dwFlags);
     // Window styles added to the sheet's own (WS_THICKFRAME makes it resizable).
     void setStyle(DWORD dwStyle) { m_dwStyle = dwStyle; }

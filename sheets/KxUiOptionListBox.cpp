@@ -245,11 +245,7 @@ void KxUiOptionListBox::DrawItem(LPDRAWITEMSTRUCT lpDIS)
                 if (pItem->m_hIcon != nullptr)
                     ::DestroyIcon(pItem->m_hIcon);
                 pItem->m_hIcon = nullptr;
-                const UINT id = pItem->m_pPage->GetIconID();
-                if (id != 0)
-                    pItem->m_hIcon = static_cast<HICON>(::LoadImageW(pItem->m_pPage->GetIconResourceHandle(),
-                                                                     MAKEINTRESOURCEW(id), IMAGE_ICON, iconSize,
-                                                                     iconSize, 0));
+                pItem->m_hIcon = pItem->m_pPage->CreatePageIcon(iconSize);
                 pItem->m_nIconSize = iconSize;
             }
             if (pItem->m_hIcon != nullptr)

@@ -55,7 +55,8 @@ const void* FindPageTemplate(LPCTSTR lpszName, size_t* pBytes)
 }  // namespace
 
 KxUiOptionPage::KxUiOptionPage()
-    : m_pSheet(nullptr), m_bModified(FALSE), m_bFirstSetActive(TRUE), m_nIconID(0), m_hIconInstance(nullptr),
+    : m_pSheet(nullptr), m_bModified(FALSE), m_bFirstSetActive(TRUE), m_nIconID(0),
+      m_hIconInstance(AfxGetResourceHandle()),
       m_sizeTemplate(0, 0)
 {
 }
@@ -199,7 +200,20 @@ UINT KxUiOptionPage::GetIconID()
 
 HINSTANCE KxUiOptionPage::GetIconResourceHandle()
 {
-    return m_hIconInstance != nullptr ? m_hIconInstance : AfxGetResourceHandle();
+    return m_hIconInstance;
+}
+
+HICON KxUiOptionPage::CreatePageIcon(int nSize)
+{
+    const UINT id = GetIconID();
+    if (id == 0 || nSize <= 0)
+        return nullptr;
+    HINSTANCE hInst = GetIconResourceHandle();
+    if (hInst != nullptr)
+        return static_cast<HICON>(::LoadImageW(hInst, MAKEINTRESOURCEW(id), IMAGE_ICON, nSize, nSize, 0));
+    // The system's icons are shared (never destroyed): a copy at the size asked for is the caller's.
+    HICON hShared = static_cast<HICON>(::LoadImageW(nullptr, MAKEINTRESOURCEW(id), IMAGE_ICON, nSize, nSize, LR_SHARED));
+    return hShared != nullptr ? static_cast<HICON>(::CopyImage(hShared, IMAGE_ICON, nSize, nSize, 0)) : nullptr;
 }
 
 CString KxUiOptionPage::GetTitle()

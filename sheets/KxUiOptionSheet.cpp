@@ -185,11 +185,11 @@ bool KxUiOptionSheet::RemovePage(KxUiOptionPage* pPage)
         m_nActive = -1;
         if (pPage->m_hWnd != nullptr)
             pPage->ShowWindow(SW_HIDE);
-        if (m_hWnd != nullptr) {
-            for (int i : {nPage + 1, nPage - 1})
+        // The nearest page that can be shown, the following one first.
+        for (int d = 1; m_hWnd != nullptr && m_nActive < 0 && d < GetPageCount(); ++d)
+            for (int i : {nPage + d, nPage - d})
                 if (i >= 0 && i < GetPageCount() && SetActivePage(i))
                     break;
-        }
     }
     if (m_pList != nullptr && m_pList->GetControlWnd() != nullptr && m_pList->GetControlWnd()->GetSafeHwnd())
         m_pList->RemovePage(pPage);
@@ -312,7 +312,10 @@ void KxUiOptionSheet::SetWizardMode()
 void KxUiOptionSheet::SetWizardButtons(DWORD dwFlags)
 {
     m_dwWizardButtons = dwFlags;
-    const bool finish = (dwFlags & (PSWIZB_FINISH | PSWIZB_DISABLEDFINISH)) != 0;
+    // Without flagWizardHasFinish, Finish stands in for Next on a page that offers to finish and not to
+    // go on (PSWIZB_FINISH or PSWIZB_DISABLEDFINISH without PSWIZB_NEXT). SetWizardMode gives all three
+    // bits, and the wizard must then still show Next with Finish hidden.
+    const bool finish = (dwFlags & (PSWIZB_FINISH | PSWIZB_DISABLEDFINISH)) != 0 && !(dwFlags & PSWIZB_NEXT);
     // Finish is disabled when it is shown without PSWIZB_FINISH; a hidden Finish is not disabled, so
     // that PressButton(btnFinish) still finishes.
     const bool shown = (m_dwFlags & flagWizardHasFinish) || finish;

@@ -37,11 +37,9 @@ int KxUiOptionTabCtrl::ImageFor(int nIndex, KxUiOptionPage* pPage)
 {
     if (m_pImageList != nullptr)
         return nIndex;
-    const UINT id = pPage->GetIconID();
-    if (id == 0 || m_images.GetSafeHandle() == nullptr)
+    if (m_images.GetSafeHandle() == nullptr)
         return -1;
-    HICON hIcon = static_cast<HICON>(
-        ::LoadImageW(pPage->GetIconResourceHandle(), MAKEINTRESOURCEW(id), IMAGE_ICON, 16, 16, 0));
+    HICON hIcon = pPage->CreatePageIcon(16);
     if (hIcon == nullptr)
         return -1;
     const int image = m_images.Add(hIcon);
