@@ -5,6 +5,7 @@
 #include "KxUiDialogFolder.h"
 #include "KxUiSimpleOptionSheet.h"
 #include <afxcmn.h>
+#include <algorithm>
 #include <prsht.h>
 #include <vector>
 
@@ -37,7 +38,7 @@ public:
     {
         SetTitle(title);
         SetIconID(icon, nullptr);  // the system's icons
-        SetTemplateSize(CSize(200, 120));
+        SetTemplateSize(CSize(190, 110));
     }
 
 protected:
@@ -86,15 +87,15 @@ const DWORD kEdit = ES_AUTOHSCROLL | WS_TABSTOP;
 // The settings of a small editor: a group "Environment" with three pages, then two pages of its own.
 struct EditorSettings {
     CFormPage environment{L"Environment", reinterpret_cast<UINT_PTR>(IDI_APPLICATION), {
-        {L"STATIC", L"Settings that apply to every project.", SS_LEFT, CRect(8, 8, 300, 24), nullptr},
-        {L"BUTTON", L"Reopen the last project at start-up", kCheck, CRect(8, 32, 300, 52), nullptr},
-        {L"BUTTON", L"-Show the start page", kCheck, CRect(8, 56, 300, 76), nullptr},
+        {L"STATIC", L"Settings that apply to every project.", SS_LEFT, CRect(8, 8, 280, 24), nullptr},
+        {L"BUTTON", L"Reopen the last project at start-up", kCheck, CRect(8, 32, 280, 52), nullptr},
+        {L"BUTTON", L"-Show the start page", kCheck, CRect(8, 56, 280, 76), nullptr},
     }};
     CFormPage general{L"General", reinterpret_cast<UINT_PTR>(IDI_INFORMATION), {
         {L"STATIC", L"Language:", SS_LEFT, CRect(8, 10, 90, 26), nullptr},
         {L"COMBOBOX", L"", kCombo, CRect(96, 6, 280, 160), L"English|Deutsch|Français|Español"},
-        {L"BUTTON", L"Check for updates every week", kCheck, CRect(8, 40, 300, 60), nullptr},
-        {L"BUTTON", L"-Send anonymous usage data", kCheck, CRect(8, 64, 300, 84), nullptr},
+        {L"BUTTON", L"Check for updates every week", kCheck, CRect(8, 40, 280, 60), nullptr},
+        {L"BUTTON", L"-Send anonymous usage data", kCheck, CRect(8, 64, 280, 84), nullptr},
     }};
     CFormPage fonts{L"Fonts and colours", reinterpret_cast<UINT_PTR>(IDI_QUESTION), {
         {L"STATIC", L"Editor font:", SS_LEFT, CRect(8, 10, 90, 26), nullptr},
@@ -104,15 +105,15 @@ struct EditorSettings {
         {L"COMBOBOX", L"", kCombo, CRect(8, 72, 280, 200), L"Light theme|Dark theme|High contrast"},
     }};
     CFormPage saving{L"Saving", reinterpret_cast<UINT_PTR>(IDI_WARNING), {
-        {L"BUTTON", L"Save automatically", kCheck, CRect(8, 8, 300, 28), nullptr},
+        {L"BUTTON", L"Save automatically", kCheck, CRect(8, 8, 280, 28), nullptr},
         {L"STATIC", L"Every (minutes):", SS_LEFT, CRect(24, 36, 130, 52), nullptr},
         {L"EDIT", L"5", kEdit | ES_NUMBER, CRect(136, 32, 190, 54), nullptr},
-        {L"BUTTON", L"Keep a backup copy (.bak)", kCheck, CRect(8, 64, 300, 84), nullptr},
+        {L"BUTTON", L"Keep a backup copy (.bak)", kCheck, CRect(8, 64, 280, 84), nullptr},
     }};
     CFormPage network{L"Network", reinterpret_cast<UINT_PTR>(IDI_SHIELD), {
-        {L"BUTTON", L"-Use a proxy server", kCheck, CRect(8, 8, 300, 28), nullptr},
+        {L"BUTTON", L"-Use a proxy server", kCheck, CRect(8, 8, 280, 28), nullptr},
         {L"STATIC", L"Address:", SS_LEFT, CRect(24, 38, 90, 54), nullptr},
-        {L"EDIT", L"proxy.example.com:8080", kEdit, CRect(96, 34, 300, 56), nullptr},
+        {L"EDIT", L"proxy.example.com:8080", kEdit, CRect(96, 34, 280, 56), nullptr},
     }};
 
     void AddTo(KxUiOptionSheet& sheet)
@@ -168,11 +169,6 @@ class CSheetsPage : public CGalleryPage {
     DECLARE_DYNAMIC(CSheetsPage)
 
 public:
-    ~CSheetsPage() override
-    {
-        if (GetSafeHwnd())
-            DestroyWindow();
-    }
     LPCWSTR GetTitle() const override { return L"Option sheets and dialogs"; }
     LPCWSTR GetSlug() const override { return L"sheets"; }
     CString GetStatusText() const override
@@ -210,21 +206,23 @@ protected:
         CRect sheet;
         m_embedded.GetWindowRect(&sheet);
         ScreenToClient(&sheet);
-        const int x = sheet.right + 16, w = 190;
-        int y = sheet.top;
-        AddControl(L"BUTTON", L"Options...", BS_PUSHBUTTON | WS_TABSTOP, CRect(x, y, x + w, y + 26), IDC_OPTIONS);
-        y += 34;
-        AddControl(L"BUTTON", L"Options with tabs...", BS_PUSHBUTTON | WS_TABSTOP, CRect(x, y, x + w, y + 26),
-                   IDC_TABS);
-        y += 34;
-        AddControl(L"BUTTON", L"New project wizard...", BS_PUSHBUTTON | WS_TABSTOP, CRect(x, y, x + w, y + 26),
-                   IDC_WIZARD);
-        y += 34;
-        AddControl(L"BUTTON", L"Choose a folder...", BS_PUSHBUTTON | WS_TABSTOP, CRect(x, y, x + w, y + 26),
-                   IDC_FOLDER);
-        y += 40;
-        AddControl(L"STATIC", L"The results of the dialogs appear here.", SS_LEFT, CRect(x, y, rc.right - 10, y + 80),
-                   IDC_RESULT);
+        // The buttons two by two under the sheet, the results below them.
+        const int w = 160, top = sheet.bottom + 10;
+        const struct {
+            UINT id;
+            LPCWSTR text;
+        } buttons[] = {{IDC_OPTIONS, L"Options..."},
+                       {IDC_TABS, L"Options with tabs..."},
+                       {IDC_WIZARD, L"New project wizard..."},
+                       {IDC_FOLDER, L"Choose a folder..."}};
+        for (int i = 0; i < 4; ++i) {
+            const int x = 10 + (i % 2) * (w + 8), y = top + (i / 2) * 32;
+            AddControl(L"BUTTON", buttons[i].text, BS_PUSHBUTTON | WS_TABSTOP, CRect(x, y, x + w, y + 26),
+                       buttons[i].id);
+        }
+        const int x = 10 + 2 * (w + 8) + 8;
+        AddControl(L"STATIC", L"The results of the dialogs appear here.", SS_LEFT,
+                   CRect(x, top + 4, std::max<int>(x + 120, rc.right - 10), top + 58), IDC_RESULT);
     }
 
     BOOL OnCommand(WPARAM wParam, LPARAM lParam) override
@@ -259,16 +257,16 @@ private:
     void RunWizard()
     {
         CWizardPage name(L"Name", PSWIZB_NEXT, {
-            {L"STATIC", L"What is the project called?", SS_LEFT, CRect(8, 8, 300, 24), nullptr},
-            {L"EDIT", L"Inventory", kEdit, CRect(8, 30, 300, 52), nullptr},
+            {L"STATIC", L"What is the project called?", SS_LEFT, CRect(8, 8, 280, 24), nullptr},
+            {L"EDIT", L"Inventory", kEdit, CRect(8, 30, 280, 52), nullptr},
         });
         CWizardPage kind(L"Kind", PSWIZB_BACK | PSWIZB_NEXT, {
-            {L"STATIC", L"Which kind of project?", SS_LEFT, CRect(8, 8, 300, 24), nullptr},
-            {L"COMBOBOX", L"", kCombo, CRect(8, 30, 300, 160), L"Desktop application|Library (DLL)|Console tool"},
+            {L"STATIC", L"Which kind of project?", SS_LEFT, CRect(8, 8, 280, 24), nullptr},
+            {L"COMBOBOX", L"", kCombo, CRect(8, 30, 280, 160), L"Desktop application|Library (DLL)|Console tool"},
         });
         CWizardPage ready(L"Ready", PSWIZB_BACK | PSWIZB_FINISH, {
-            {L"STATIC", L"Press Finish to create the project.", SS_LEFT, CRect(8, 8, 300, 24), nullptr},
-            {L"BUTTON", L"Open the project when it is created", kCheck, CRect(8, 34, 300, 54), nullptr},
+            {L"STATIC", L"Press Finish to create the project.", SS_LEFT, CRect(8, 8, 280, 24), nullptr},
+            {L"BUTTON", L"Open the project when it is created", kCheck, CRect(8, 34, 280, 54), nullptr},
         });
         CGallerySheet wizard(L"New project", this);
         wizard.SetWizardMode();
