@@ -463,3 +463,31 @@ TEST_F(MenuCustomizing, ReservedItemsHaveNoContextMenuAndAClickOutsideCustomisin
     EXPECT_FALSE(popup.IsWindowVisible());
     EXPECT_EQ(nullptr, popup.GetBitmapMenu());
 }
+
+TEST_F(MenuCustomizing, RecentlyUsedToggleAndSeparatorAfterShowInThePopup)
+{
+    organizer.ShowOnlyRecentlyUsedItems(TRUE);
+    ::SendMessageW(popup.m_hWnd, WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(Centre(6).x, Centre(6).y));
+    ASSERT_EQ(6, menu.GetCustomizedItem());  // Print
+    ::SendMessageW(popup.m_hWnd, WM_COMMAND, ID_KXUI_CUST_RECENTLY_USED, 0);
+    EXPECT_TRUE(organizer.IsRecentlyUsed(ID_T_PRINT));
+    ::SendMessageW(popup.m_hWnd, WM_COMMAND, ID_KXUI_CUST_RECENTLY_USED, 0);
+    EXPECT_FALSE(organizer.IsRecentlyUsed(ID_T_PRINT));
+
+    ::SendMessageW(popup.m_hWnd, WM_COMMAND, ID_KXUI_CUST_SEPARATOR_AFTER, 0);
+    ASSERT_EQ(9, ::GetMenuItemCount(hFile));
+    EXPECT_EQ(0u, ::GetMenuItemID(hFile, 7));
+    EXPECT_EQ(6, menu.GetCustomizedItem());  // Print stays where it was
+    const CRect sep = popup.GetItemRect(7);
+    ASSERT_EQ(8, sep.Height());
+    KxPixelProbe probe;
+    ASSERT_TRUE(probe.Capture(popup.m_hWnd));
+    EXPECT_EQ(::GetSysColor(COLOR_BTNSHADOW), probe.Pixel(sep.CenterPoint().x, sep.top + 3));
+    EXPECT_EQ(::GetSysColor(COLOR_BTNHIGHLIGHT), probe.Pixel(sep.CenterPoint().x, sep.top + 4));
+    // The customised item wears its frame.
+    const CRect print = popup.GetItemRect(6);
+    EXPECT_EQ(::GetSysColor(COLOR_MENUTEXT), probe.Pixel(print.CenterPoint().x, print.top));
+    probe.SaveIfFailed();
+    EXPECT_EQ((std::vector<UINT>{ID_KXUI_CUST_RECENTLY_USED, ID_KXUI_CUST_RECENTLY_USED, ID_KXUI_CUST_SEPARATOR_AFTER}),
+              receiver.commands);
+}
