@@ -1,7 +1,9 @@
 // KxUiDialogFolder: the shell's folder browser with an editable path above its folder tree.
 //
-// Model. DoModal runs SHBrowseForFolder with a callback that, once the browse dialog exists, subclasses
-// it (this object becomes its window object) and its folder tree (item 14145), hides the title and the
+// Model. DoModal runs SHBrowseForFolder with a callback that, once the browse dialog exists, attaches
+// this object to it and m_tree to its folder tree (item 14145) and hooks the dialog through the
+// window-procedure manager (the shell owns the dialog), so that the dialog's commands reach this
+// object's message map before the shell's own procedure sees them. It hides the title and the
 // status texts (items 14146 and 14147) and puts a path edit (id 0x1111) just above the tree. Edit and
 // tree are kept in step both ways: choosing a folder in the tree writes its path into the edit; typing
 // or pasting a path that exists (or a UNC path) selects it in the tree, and OK is enabled exactly while
@@ -18,6 +20,7 @@
 // Overridables in order: DoModal, OnInitDialog.
 #pragma once
 #include "KxUiDef.h"
+#include "KxUiWndProcMgr.h"
 #include <afxwin.h>
 #include <afxcmn.h>
 #include <memory>
@@ -72,7 +75,19 @@ protected:
 
     afx_msg void OnChangePathEdit();
     afx_msg void OnOK();
-    afx_msg void OnNcDestroy();
+    // The dialog is going: the window objects let go of its handles.
+    void OnBrowseNcDestroy();
+
+    // The hook on the shell's dialog: its messages go through this object's message map first.
+    class BrowseHook : public KxUiWndProc {
+    public:
+        explicit BrowseHook(KxUiDialogFolder* pOwner) : m_pOwner(pOwner) {}
+        int windowProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) override;
+
+    private:
+        KxUiDialogFolder* m_pOwner;
+    };
+    friend class BrowseHook;
 
     CString m_strInitialPath;
     CString m_strTitle;
@@ -87,6 +102,8 @@ protected:
     CEdit m_edit;
     CTreeCtrl m_tree;
     std::unique_ptr<KxUiLayoutManager> m_pLayout;
+    BrowseHook m_hook;
+    bool m_bPassToShell;          // the handler wants the shell's own procedure to run as well
 
     DECLARE_MESSAGE_MAP()
 };

@@ -8,13 +8,12 @@ IMPLEMENT_DYNAMIC(KxUiDialogFolder, CWnd)
 BEGIN_MESSAGE_MAP(KxUiDialogFolder, CWnd)
     ON_EN_CHANGE(KxUiDialogFolder::idPathEdit, &KxUiDialogFolder::OnChangePathEdit)
     ON_BN_CLICKED(IDOK, &KxUiDialogFolder::OnOK)
-    ON_WM_NCDESTROY()
 END_MESSAGE_MAP()
 
 KxUiDialogFolder::KxUiDialogFolder(LPCWSTR initialPath, LPCWSTR title, bool newStyle, CWnd* pParent)
     : m_strInitialPath(initialPath != nullptr ? initialPath : L""), m_strTitle(title != nullptr ? title : L""),
       m_bNewStyle(newStyle), m_hOwner(nullptr), m_bi(), m_hBrowse(nullptr), m_szPath(), m_nOK(0),
-      m_bSelChanging(false)
+      m_bSelChanging(false), m_hook(this), m_bPassToShell(false)
 {
     CWnd* pOwner = CWnd::GetSafeOwner(pParent);
     m_hOwner = pOwner != nullptr ? pOwner->GetSafeHwnd() : nullptr;
@@ -29,9 +28,36 @@ KxUiDialogFolder::KxUiDialogFolder(LPCWSTR initialPath, LPCWSTR title, bool newS
 
 KxUiDialogFolder::~KxUiDialogFolder()
 {
-    // Only while a browse dialog would outlive its object (it never should): give its procedure back.
+    // Only while a browse dialog would outlive its object (it never should): let go of its handles;
+    // the hook detaches itself as it is destroyed.
+    if (m_tree.m_hWnd != nullptr)
+        m_tree.Detach();
     if (m_hWnd != nullptr)
-        UnsubclassWindow();
+        Detach();
+}
+
+int KxUiDialogFolder::BrowseHook::windowProc(HWND, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)
+{
+    if (message == WM_NCDESTROY) {
+        m_pOwner->OnBrowseNcDestroy();
+        return 0;
+    }
+    if (message != WM_COMMAND || m_pOwner->m_hWnd == nullptr)
+        return 0;
+    m_pOwner->m_bPassToShell = false;
+    if (!m_pOwner->OnWndMsg(message, wParam, lParam, &result))
+        return 0;
+    // Handled here; the shell's procedure runs too when the handler asked for it.
+    return m_pOwner->m_bPassToShell ? 0 : 1;
+}
+
+void KxUiDialogFolder::OnBrowseNcDestroy()
+{
+    m_hBrowse = nullptr;
+    if (m_tree.m_hWnd != nullptr)
+        m_tree.Detach();
+    if (m_hWnd != nullptr)
+        Detach();
 }
 
 bool KxUiDialogFolder::_pathFileExists(LPCWSTR path)
@@ -66,7 +92,7 @@ int KxUiDialogFolder::DoModal()
     if (SUCCEEDED(hrCom))
         ::CoUninitialize();
     pMalloc->Release();
-    m_hBrowse = nullptr;
+    OnBrowseNcDestroy();  // handles of a dialog that is gone
     if (ownerWasEnabled && !::IsWindowEnabled(m_hOwner))
         ::EnableWindow(m_hOwner, TRUE);
     return m_nOK ? 1 : -1;
@@ -109,13 +135,16 @@ BOOL KxUiDialogFolder::OnInitDialog()
         return FALSE;
     if (!m_strTitle.IsEmpty())
         ::SetWindowTextW(m_hBrowse, m_strTitle);
-    if (m_hWnd == nullptr && !SubclassWindow(m_hBrowse))
-        return FALSE;
     HWND hTree = ::GetDlgItem(m_hBrowse, static_cast<int>(idTree));
     if (hTree == nullptr)
         return FALSE;
+    // The shell owns the dialog and its tree: the objects are attached, not subclassed, and the
+    // dialog's messages come through the window-procedure manager's hook.
+    if (m_hWnd == nullptr && !Attach(m_hBrowse))
+        return FALSE;
     if (m_tree.m_hWnd == nullptr)
-        m_tree.SubclassWindow(hTree);
+        m_tree.Attach(hTree);
+    kxUiWndProcMgr().attach(m_hBrowse, &m_hook);
 
     // The edit lies on the tree's top edge, as wide as the tree.
     CRect tree;
@@ -198,13 +227,7 @@ void KxUiDialogFolder::OnOK()
     m_nOK = 1;
     // The shell's own OK ends its dialog with 1 and hands back the item list of the tree's selection,
     // where typing the path has put it.
-    Default();
-}
-
-void KxUiDialogFolder::OnNcDestroy()
-{
-    m_hBrowse = nullptr;
-    CWnd::OnNcDestroy();
+    m_bPassToShell = true;
 }
 
 CString KxUi::browseFolder(CString initialPath, const CString& title, bool newStyle, CWnd* parent)
