@@ -213,8 +213,8 @@ int KxUiGridAxis2::GetMaxTop(int nExtent) const
         return nFixed;
     int t = IndexAt(want);
     if (t < 0)
-        return nFixed;
-    if (GetStart(t) < want)
+        t = m_nCount - 1;  // no room at all: the last entry is the top
+    else if (GetStart(t) < want)
         ++t;  // the entry holding the offset would not fit whole
     if (t >= m_nCount)
         t = m_nCount - 1;

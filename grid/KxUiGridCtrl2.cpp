@@ -84,6 +84,7 @@ KxUiGridCtrl2::KxUiGridCtrl2(HINSTANCE hInst, int nRows, int nCols, int nFixedRo
       m_bEditable(TRUE),
       m_MouseMode(MOUSE_NOTHING),
       m_nResizeIndex(-1),
+      m_nResizeGrab(0),
       m_nTimerID(0),
       m_bTrackingLeave(FALSE),
       m_bInCreate(FALSE),
@@ -512,7 +513,9 @@ BOOL KxUiGridCtrl2::SetFixedColumnCount(int nFixedCols)
 int KxUiGridCtrl2::InsertRow(LPCTSTR strHeading, int nRow)
 {
     const int nCount = GetRowCount();
-    if (nRow < 0 || nRow > nCount)
+    if (nRow < -1 || nRow > nCount)
+        return -1;
+    if (nRow == -1)
         nRow = nCount;
     if (GetColumnCount() < 1)
         return -1;
@@ -550,7 +553,9 @@ int KxUiGridCtrl2::InsertRow(LPCTSTR strHeading, int nRow)
 int KxUiGridCtrl2::InsertColumn(LPCTSTR strHeading, UINT nFormat, int nCol)
 {
     const int nCount = GetColumnCount();
-    if (nCol < 0 || nCol > nCount)
+    if (nCol < -1 || nCol > nCount)
+        return -1;
+    if (nCol == -1)
         nCol = nCount;
     EndEditing();
     m_cols.Insert(nCol, m_cols.GetDefaultSize());

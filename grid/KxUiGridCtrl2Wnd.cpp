@@ -13,12 +13,12 @@ bool KeyHeld(int vk)
     return ::GetKeyState(vk) < 0;
 }
 
-HINSTANCE LibraryInstance()
+// The module the class is registered for when none is named: the host's current module, the
+// one CWnd::CreateEx and dialog templates create their windows with (a class registered for
+// this library's own module would not be found by them without CS_GLOBALCLASS).
+HINSTANCE DefaultInstance()
 {
-    HMODULE hModule = NULL;
-    ::GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                         reinterpret_cast<LPCWSTR>(&LibraryInstance), &hModule);
-    return hModule;
+    return AfxGetInstanceHandle();
 }
 
 }  // namespace
@@ -58,7 +58,7 @@ END_MESSAGE_MAP()
 BOOL KxUiGridCtrl2::RegisterWindowClass(HINSTANCE hInst)
 {
     if (hInst == NULL)
-        hInst = LibraryInstance();
+        hInst = DefaultInstance();
     WNDCLASSW wndcls;
     if (::GetClassInfoW(hInst, KXUIGRIDCTRL2_CLASSNAME, &wndcls))
         return TRUE;
@@ -77,7 +77,7 @@ BOOL KxUiGridCtrl2::RegisterWindowClass(HINSTANCE hInst)
 BOOL KxUiGridCtrl2::Create(const RECT& rect, CWnd* pParentWnd, UINT nID, DWORD dwStyle)
 {
     if (m_hInstance == NULL)
-        m_hInstance = LibraryInstance();
+        m_hInstance = DefaultInstance();
     if (!RegisterWindowClass(m_hInstance))
         return FALSE;
     m_bInCreate = TRUE;
@@ -88,6 +88,9 @@ BOOL KxUiGridCtrl2::Create(const RECT& rect, CWnd* pParentWnd, UINT nID, DWORD d
 
 BOOL KxUiGridCtrl2::PreCreateWindow(CREATESTRUCT& cs)
 {
+    // The window is created with the instance its class was registered for.
+    if (m_hInstance != NULL)
+        cs.hInstance = m_hInstance;
     return CWnd::PreCreateWindow(cs);
 }
 
@@ -1150,12 +1153,15 @@ void KxUiGridCtrl2::OnLButtonDown(UINT nFlags, CPoint point)
     if (m_titleTip.GetSafeHwnd() != NULL)
         m_titleTip.SendMessage(TTM_TRACKACTIVATE, FALSE, 0);
 
+    // The divider follows the pointer at the distance it was grabbed from.
     if (m_bAllowColumnResize && (m_nResizeIndex = ColumnDividerAt(point)) >= 0) {
+        m_nResizeGrab = static_cast<int>(point.x - (ColumnX(m_nResizeIndex) + GetColumnWidth(m_nResizeIndex)));
         m_MouseMode = MOUSE_SIZING_COL;
         SetCapture();
         return;
     }
     if (m_bAllowRowResize && (m_nResizeIndex = RowDividerAt(point)) >= 0) {
+        m_nResizeGrab = static_cast<int>(point.y - (RowY(m_nResizeIndex) + GetRowHeight(m_nResizeIndex)));
         m_MouseMode = MOUSE_SIZING_ROW;
         SetCapture();
         return;
@@ -1240,14 +1246,14 @@ void KxUiGridCtrl2::OnMouseMove(UINT nFlags, CPoint point)
         CRect rc;
         if (GetCellRect(GetFixedRowCount() > 0 ? 0 : m_nTopRow, m_nResizeIndex, &rc) || m_nResizeIndex < GetColumnCount()) {
             const LONGLONG left = ColumnX(m_nResizeIndex);
-            SetColumnWidth(m_nResizeIndex, static_cast<int>(std::max<LONGLONG>(0, point.x - left)));
+            SetColumnWidth(m_nResizeIndex, static_cast<int>(std::max<LONGLONG>(0, point.x - m_nResizeGrab - left)));
             UpdateWindow();
         }
         return;
     }
     if (m_MouseMode == MOUSE_SIZING_ROW) {
         const LONGLONG top = RowY(m_nResizeIndex);
-        SetRowHeight(m_nResizeIndex, static_cast<int>(std::max<LONGLONG>(0, point.y - top)));
+        SetRowHeight(m_nResizeIndex, static_cast<int>(std::max<LONGLONG>(0, point.y - m_nResizeGrab - top)));
         UpdateWindow();
         return;
     }

@@ -131,6 +131,13 @@ class KXUI_API KxUiGridCell2 : public KxUiGridCellBase2 {
 public:
     KxUiGridCell2();
     ~KxUiGridCell2() override;
+    // Copies through the getters and setters (the owned font is copied, never shared).
+    KxUiGridCell2& operator=(const KxUiGridCell2& cell)
+    {
+        KxUiGridCellBase2::operator=(cell);
+        return *this;
+    }
+    KxUiGridCellBase2& operator=(const KxUiGridCellBase2& cell) override { return KxUiGridCellBase2::operator=(cell); }
 
     void SetText(LPCTSTR szText) override;
     void SetImage(int nImage) override { m_nImage = nImage; }
@@ -195,6 +202,11 @@ public:
     // font, and the sizes that font gives.
     KxUiGridDefaultCell2();
     ~KxUiGridDefaultCell2() override;
+    KxUiGridDefaultCell2& operator=(const KxUiGridDefaultCell2& cell)
+    {
+        KxUiGridCellBase2::operator=(cell);
+        return *this;
+    }
 
     // A default cell holds no data.
     void SetData(LPARAM) override {}

@@ -82,7 +82,8 @@ public:
     int GetFixedColumnCount() const { return m_cols.GetFixedCount(); }
 
     // ---- rows and columns ----
-    // Inserts before nRow (-1 appends); returns the new index, -1 on failure.
+    // Inserts before nRow (-1 appends); returns the new index, -1 on failure (an index
+    // beyond the count included).
     int InsertRow(LPCTSTR strHeading, int nRow = -1);
     int InsertColumn(LPCTSTR strHeading, UINT nFormat = DT_CENTER | DT_VCENTER | DT_SINGLELINE, int nCol = -1);
     BOOL DeleteRow(int nRow);
@@ -439,6 +440,7 @@ private:
     MouseMode m_MouseMode;
     CPoint m_ptLastMouse, m_ptDown;
     int m_nResizeIndex;
+    int m_nResizeGrab;   // pointer position less the divider's when a resize began
     UINT_PTR m_nTimerID;
     BOOL m_bTrackingLeave;
     BOOL m_bInCreate;        // Create is running: OnCreate initialises, not PreSubclassWindow
