@@ -61,6 +61,14 @@ make_prefix() {
 }
 
 [ -f "$WINEPREFIX/.kxui-settings-$settings_version" ] || make_prefix
+# Wine draws caption buttons and other frame glyphs with the Marlett symbol font. Debian's
+# wine64 loader does not find the fonts in Wine's own data folder, so without this the
+# minimise, maximise and close buttons show the letters "0", "1" and "r". A font in the
+# prefix's Fonts folder is seen by every process started afterwards.
+fonts="$WINEPREFIX/drive_c/windows/Fonts"
+if [ ! -f "$fonts/marlett.ttf" ] && [ -f /usr/share/wine/fonts/marlett.ttf ] && [ -d "$fonts" ]; then
+    cp /usr/share/wine/fonts/marlett.ttf "$fonts/" 2>/dev/null || true
+fi
 # A persistent server for the run; it exits by itself 60 s after the last client.
 # The session's system processes (services, devices, desktop) are started here with
 # no inherited output, so they never hold the caller's output pipes open.

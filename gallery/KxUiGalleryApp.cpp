@@ -5,6 +5,10 @@
 //                                        each page laid out at a fixed size (default 900x600),
 //                                        written to DIR\NN-<page>.png, one line printed per file
 //   KxUiGallery.exe --tour               shows every page in turn, then exits 0
+//   KxUiGallery.exe --check-layout [--size WxH]
+//                                        lays out every page at that size (default: the smallest
+//                                        window) and prints each control that lies outside its
+//                                        page, overlaps another or clips its text; exit 0 if none
 //
 // Options of the interactive window, for scripts: --profile KEY keeps the state under
 // HKCU\Software\KEY instead of KxUi; --page N opens page N (from 1) instead of the last one;
@@ -12,6 +16,7 @@
 // where (the state is saved as on any close).
 #include "KxUiGalleryFrame.h"
 #include "KxUiGalleryPage.h"
+#include "KxUiLayoutCheck.h"
 #include "KxUiSnapshot.h"
 #include <cstdio>
 #include <string>
@@ -34,6 +39,18 @@ void PrintLine(const CString& text)
     WideCharToMultiByte(CP_UTF8, 0, line, line.GetLength(), &utf8[0], n, nullptr, nullptr);
     DWORD written = 0;
     WriteFile(out, utf8.data(), static_cast<DWORD>(utf8.size()), &written, nullptr);
+}
+
+// Creates a folder and every missing folder above it; a relative path is taken from the
+// current directory, as the user typed it.
+void CreateFolderPath(const CString& path)
+{
+    for (int i = 0; i <= path.GetLength(); ++i) {
+        if (i == path.GetLength() || path[i] == L'\\' || path[i] == L'/') {
+            if (i > 0 && path[i - 1] != L':')
+                CreateDirectoryW(path.Left(i), nullptr);
+        }
+    }
 }
 
 void PumpPending()
@@ -61,9 +78,11 @@ private:
     bool ParseCommandLine();
     int RunSnapshots();
     int RunTour();
+    int RunLayoutCheck();
     void ForgetAutomatedState();
 
-    enum class Mode { Interactive, Snapshot, Tour } m_mode = Mode::Interactive;
+    enum class Mode { Interactive, Snapshot, Tour, CheckLayout } m_mode = Mode::Interactive;
+    bool m_bSizeGiven = false;
     CString m_snapshotDir;
     CString m_profileKey = L"KxUi";
     int m_nStartPage = 0;  // from 1; 0 = the page shown last
@@ -88,8 +107,11 @@ bool CGalleryApp::ParseCommandLine()
                 return false;
             }
             m_size = CSize(w, h);
+            m_bSizeGiven = true;
         } else if (arg == L"--tour") {
             m_mode = Mode::Tour;
+        } else if (arg == L"--check-layout") {
+            m_mode = Mode::CheckLayout;
         } else if (arg == L"--profile" && i + 1 < __argc && __wargv[i + 1][0] != L'\0') {
             m_profileKey = __wargv[++i];
         } else if (arg == L"--page" && i + 1 < __argc) {
@@ -101,7 +123,7 @@ bool CGalleryApp::ParseCommandLine()
         } else if (arg == L"--quit") {
             m_bQuit = true;
         } else {
-            PrintLine(L"usage: KxUiGallery [--snapshot DIR [--size WxH]] [--tour] "
+            PrintLine(L"usage: KxUiGallery [--snapshot DIR [--size WxH]] [--tour] [--check-layout [--size WxH]] "
                       L"[--profile KEY] [--page N] [--quit]");
             return false;
         }
@@ -133,6 +155,8 @@ BOOL CGalleryApp::InitInstance()
         SetRegistryKey(m_profileKey);
     }
 
+    if (m_mode == Mode::CheckLayout && !m_bSizeGiven)
+        m_size = CGalleryFrame::kMinSize;
     auto* frame = new CGalleryFrame;
     m_pMainWnd = frame;
     const CRect rect(40, 40, 40 + m_size.cx, 40 + m_size.cy);
@@ -150,6 +174,10 @@ BOOL CGalleryApp::InitInstance()
     }
     if (m_mode == Mode::Tour) {
         m_nExitCode = RunTour();
+        return FALSE;
+    }
+    if (m_mode == Mode::CheckLayout) {
+        m_nExitCode = RunLayoutCheck();
         return FALSE;
     }
     const int page = m_nStartPage > 0 ? m_nStartPage - 1 : GetProfileInt(L"Gallery", L"Page", 0);
@@ -172,7 +200,7 @@ BOOL CGalleryApp::InitInstance()
 int CGalleryApp::RunSnapshots()
 {
     auto* frame = static_cast<CGalleryFrame*>(m_pMainWnd);
-    CreateDirectoryW(m_snapshotDir, nullptr);
+    CreateFolderPath(m_snapshotDir);
     int failures = 0;
     for (int i = 0; i < frame->GetPageCount(); ++i) {
         if (!frame->ShowPage(i)) {
@@ -212,6 +240,45 @@ int CGalleryApp::RunTour()
         PrintLine(line);
     }
     return shown == frame->GetPageCount() ? 0 : 1;
+}
+
+int CGalleryApp::RunLayoutCheck()
+{
+    auto* frame = static_cast<CGalleryFrame*>(m_pMainWnd);
+    CRect rc;
+    frame->GetWindowRect(&rc);
+    int problems = 0;
+    for (int i = 0; i < frame->GetPageCount(); ++i) {
+        if (!frame->ShowPage(i)) {
+            PrintLine(L"KxUiGallery: a page could not be created");
+            ++problems;
+            continue;
+        }
+        PumpPending();
+        CGalleryPage* page = frame->GetPage();
+        // As laid out, then in each position the user can push it into.
+        for (int extreme = -1; extreme < page->GetExtremeCount(); ++extreme) {
+            if (extreme >= 0) {
+                page->ShowExtreme(extreme);
+                PumpPending();
+            }
+            for (const CString& problem : KxCheckPageLayout(page->GetSafeHwnd())) {
+                CString line;
+                if (extreme < 0)
+                    line.Format(L"page %d (%s): %s", i + 1, page->GetSlug(), static_cast<LPCWSTR>(problem));
+                else
+                    line.Format(L"page %d (%s), position %d: %s", i + 1, page->GetSlug(), extreme + 1,
+                                static_cast<LPCWSTR>(problem));
+                PrintLine(line);
+                ++problems;
+            }
+        }
+    }
+    CString summary;
+    summary.Format(L"layout checked at %dx%d: %d pages, %d problems", rc.Width(), rc.Height(), frame->GetPageCount(),
+                   problems);
+    PrintLine(summary);
+    return problems == 0 ? 0 : 1;
 }
 
 int CGalleryApp::ExitInstance()

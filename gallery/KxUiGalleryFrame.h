@@ -4,6 +4,7 @@
 #include <afxwin.h>
 #include <afxext.h>
 #include <memory>
+#include <vector>
 #include "KxUiLayoutManagerWndBinary.h"
 
 class CGalleryPage;
@@ -20,9 +21,14 @@ public:
 
     int GetPageCount() const;
     int GetCurrentPage() const { return m_nCurrent; }
-    CGalleryPage* GetPage() const { return m_pPage.get(); }
-    // Replaces the shown page; false for an index outside the list.
+    CGalleryPage* GetPage() const;
+    // Shows page nIndex in place of the current one, creating it on first use; pages stay alive
+    // (hidden) while the program runs, so what the user typed or chose is still there when they
+    // come back. False for an index outside the list.
     bool ShowPage(int nIndex);
+
+    // The smallest window the pages are laid out for: nothing clips or overlaps down to it.
+    static const CSize kMinSize;
 
 protected:
     void RecalcLayout(BOOL bNotify = TRUE) override;
@@ -36,6 +42,7 @@ protected:
     afx_msg void OnUpdateNextPage(CCmdUI* pCmdUI);
     afx_msg void OnUpdatePrevPage(CCmdUI* pCmdUI);
     afx_msg void OnAbout();
+    afx_msg void OnGetMinMaxInfo(MINMAXINFO* lpMMI);
     afx_msg void OnExit();
     afx_msg LRESULT OnSetMessageString(WPARAM wParam, LPARAM lParam);
     DECLARE_MESSAGE_MAP()
@@ -45,7 +52,7 @@ private:
 
     CStatusBar m_status;
     CListBox m_list;
-    std::unique_ptr<CGalleryPage> m_pPage;
+    std::vector<std::unique_ptr<CGalleryPage>> m_pages;  // created on first show, in list order
     int m_nCurrent;
     bool m_bRestore;
     KxUiLayoutManagerWndBinary m_persist;  // keeps the frame's placement in the profile

@@ -47,14 +47,20 @@ std::vector<WORD> ChildDialogTemplate()
 
 }  // namespace
 
-BOOL CGalleryPage::CreatePage(CWnd* pParent, const CRect& rect, UINT nId)
+BOOL CreateChildDialog(CDialog& dlg, CWnd* pParent, const CRect& rect, UINT nId)
 {
     const std::vector<WORD> tmpl = ChildDialogTemplate();
-    m_rectInitial = rect;
-    if (!CreateIndirect(reinterpret_cast<LPCDLGTEMPLATE>(tmpl.data()), pParent))
+    if (!dlg.CreateIndirect(reinterpret_cast<LPCDLGTEMPLATE>(tmpl.data()), pParent))
         return FALSE;
-    SetDlgCtrlID(static_cast<int>(nId));
+    dlg.SetDlgCtrlID(static_cast<int>(nId));
+    dlg.MoveWindow(rect);
     return TRUE;
+}
+
+BOOL CGalleryPage::CreatePage(CWnd* pParent, const CRect& rect, UINT nId)
+{
+    m_rectInitial = rect;
+    return CreateChildDialog(*this, pParent, rect, nId);
 }
 
 BOOL CGalleryPage::OnInitDialog()
@@ -63,7 +69,94 @@ BOOL CGalleryPage::OnInitDialog()
     // The children are built for the page's real size, so that their constraints keep it.
     MoveWindow(m_rectInitial);
     BuildPage();
+    RestoreState();
     return TRUE;
+}
+
+namespace {
+
+// The fields whose text the page keeps: edit controls the user can type in, named by their
+// control id, prefixed with the id of the panel that holds them when they sit in one.
+struct SavedField {
+    HWND hWnd;
+    CString name;
+};
+
+std::vector<SavedField> EditableFields(HWND hPage)
+{
+    std::vector<SavedField> fields;
+    std::vector<HWND> all;
+    ::EnumChildWindows(hPage, [](HWND h, LPARAM lp) -> BOOL {
+        reinterpret_cast<std::vector<HWND>*>(lp)->push_back(h);
+        return TRUE;
+    }, reinterpret_cast<LPARAM>(&all));
+    for (HWND h : all) {
+        wchar_t cls[16] = {};
+        ::GetClassNameW(h, cls, 16);
+        const LONG style = ::GetWindowLongW(h, GWL_STYLE);
+        const int id = ::GetDlgCtrlID(h);
+        if (_wcsicmp(cls, L"Edit") != 0 || (style & (ES_READONLY | ES_PASSWORD)) || id <= 0)
+            continue;
+        // An edit inside a combo box belongs to the combo, which keeps its own state.
+        HWND parent = ::GetParent(h);
+        wchar_t parentCls[16] = {};
+        ::GetClassNameW(parent, parentCls, 16);
+        if (_wcsicmp(parentCls, L"ComboBox") == 0)
+            continue;
+        CString name;
+        if (parent != hPage)
+            name.Format(L"Field%d.%d", ::GetDlgCtrlID(parent), id);
+        else
+            name.Format(L"Field%d", id);
+        fields.push_back({h, name});
+    }
+    return fields;
+}
+
+CString StateSection(const CGalleryPage& page)
+{
+    return CString(L"Gallery\\") + page.GetSlug();
+}
+
+}  // namespace
+
+void CGalleryPage::SaveState()
+{
+    CWinApp* app = AfxGetApp();
+    if (!app || !GetSafeHwnd())
+        return;
+    const CString section = StateSection(*this);
+    for (const SavedField& f : EditableFields(m_hWnd)) {
+        // A profile string is no place for a document; very long texts are not kept.
+        if (::GetWindowTextLengthW(f.hWnd) > 4096)
+            continue;
+        CString text;
+        CWnd::FromHandle(f.hWnd)->GetWindowText(text);
+        app->WriteProfileString(section, f.name, text);
+    }
+}
+
+void CGalleryPage::RestoreState()
+{
+    CWinApp* app = AfxGetApp();
+    if (!app)
+        return;
+    const CString section = StateSection(*this);
+    // A marker that can never be a saved text tells "never saved" from "saved empty".
+    const wchar_t kUnset[] = L"\x01";
+    for (const SavedField& f : EditableFields(m_hWnd)) {
+        const CString text = app->GetProfileString(section, f.name, kUnset);
+        if (text != kUnset)
+            CWnd::FromHandle(f.hWnd)->SetWindowText(text);
+    }
+}
+
+BOOL CGalleryPage::PreTranslateMessage(MSG* pMsg)
+{
+    for (CFrameWnd* frame = GetParentFrame(); frame != nullptr; frame = frame->GetParentFrame())
+        if (frame->PreTranslateMessage(pMsg))
+            return TRUE;
+    return CDialog::PreTranslateMessage(pMsg);
 }
 
 void CGalleryPage::ApplyFont(CWnd* pWnd)

@@ -22,6 +22,16 @@ public:
     // Something for the page to do before a snapshot, so that the picture shows the page at
     // work (typing, dragging); the default does nothing.
     virtual void Animate() {}
+    // Positions the user can push the page into that its layout must survive, such as a
+    // splitter dragged to either end. The layout check puts the page into each in turn.
+    virtual int GetExtremeCount() const { return 0; }
+    virtual void ShowExtreme(int /*nIndex*/) {}
+    // What the user typed survives a restart: the text of every editable edit field on the
+    // page (panels included) is written to the profile section "Gallery\<slug>" when the
+    // program closes and put back when the page is next built. A page with more state
+    // (a splitter, a selection) adds it by overriding both and calling the base.
+    virtual void SaveState();
+    virtual void RestoreState();
 
 protected:
     // Creates the page's children and their layout; called from OnInitDialog.
@@ -42,6 +52,9 @@ protected:
     void ApplyFont(CWnd* pWnd);
 
     BOOL OnInitDialog() override;
+    // The frame's accelerators come before the page's dialog navigation, which would otherwise
+    // eat them (as a form view does).
+    BOOL PreTranslateMessage(MSG* pMsg) override;
     void OnOK() override {}      // Enter and Escape do not close a page
     void OnCancel() override {}
 
@@ -49,6 +62,10 @@ private:
     std::vector<std::unique_ptr<CWnd>> m_owned;
     CRect m_rectInitial;
 };
+
+// Creates dlg as an empty child dialog of pParent covering rect (client coordinates), in the
+// system's dialog font, taking part in its parent's tab order; it adds its children in code.
+BOOL CreateChildDialog(CDialog& dlg, CWnd* pParent, const CRect& rect, UINT nId);
 
 // The pages, in gallery order. Each page file registers its class with KXGALLERY_PAGE.
 using CGalleryPageFactory = CGalleryPage* (*)();

@@ -3,8 +3,11 @@
 // control's own procedure and again, with the result, after it. The second hook can
 // swallow digits before the control ever sees them.
 #include "KxUiGalleryPage.h"
-#include "KxUiLayoutManager.h"
+#include "KxUiLayoutManagerWndBinary.h"
+#include "KxUiWindowBinary.h"
 #include "KxUiWndProcMgr.h"
+#include <algorithm>
+#include <vector>
 
 namespace {
 
@@ -54,11 +57,6 @@ class CHooksPage : public CGalleryPage {
     DECLARE_DYNAMIC(CHooksPage)
 
 public:
-    ~CHooksPage() override
-    {
-        if (GetSafeHwnd())
-            DestroyWindow();
-    }
     LPCWSTR GetTitle() const override { return L"Window hooks"; }
     LPCWSTR GetSlug() const override { return L"hooks"; }
     CString GetStatusText() const override
@@ -91,6 +89,18 @@ public:
     }
 
     bool Swallows() const { return IsDlgButtonChecked(IDC_SWALLOW) == BST_CHECKED; }
+
+    // Whether the message now passing through the hooks was swallowed before the control saw
+    // it. Hook B is the newest, so it is called first in both passes and hook A last: B opens
+    // the entry in its before pass and A closes it at the end of the after pass. Messages nest
+    // (the control sends messages while it handles one), hence a stack.
+    void BeginMessage(bool bSwallowed) { m_swallowed.push_back(bSwallowed); }
+    bool CurrentSwallowed() const { return !m_swallowed.empty() && m_swallowed.back(); }
+    void EndMessage()
+    {
+        if (!m_swallowed.empty())
+            m_swallowed.pop_back();
+    }
 
     void Animate() override
     {
@@ -126,7 +136,7 @@ protected:
         m_log.SendMessage(LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES,
                           LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES);
         const wchar_t* headers[] = {L"Hook", L"Pass", L"Message", L"Detail", L"Outcome"};
-        const int widths[] = {150, 80, 140, 90, 220};
+        const int widths[] = {130, 50, 110, 70, 100};  // the last column takes the rest
         for (int c = 0; c < 5; ++c) {
             LVCOLUMNW col = {LVCF_TEXT | LVCF_WIDTH};
             col.cx = widths[c];
@@ -139,6 +149,8 @@ protected:
         kxUiWndProcMgr().attach(target, &m_hookA);
         kxUiWndProcMgr().attach(target, &m_hookB);
 
+        // Whether hook B swallows digits comes back after a restart.
+        m_layout.addArchive(new KxUiWindowStateBinary(IDC_SWALLOW));
         using LM = KxUiLayoutManager;
         m_layout.Attach(this);
         m_layout.TieChild(IDC_TARGET_LABEL, LM::sideTop | LM::sideLeft | LM::sideRight, LM::typeSameSide);
@@ -147,6 +159,32 @@ protected:
         m_layout.TieChild(IDC_CLEAR, LM::sideTop | LM::sideRight, LM::typeSameSide);
         m_layout.TieChild(IDC_LOG, LM::sideAll, LM::typeSameSide);
         m_layout.RedrawLayout();
+        FitLastColumn();
+    }
+
+    // The layout manager has already sized the log (it sees WM_SIZE first): the outcome
+    // column takes what the others leave, so the list never scrolls sideways.
+    afx_msg void OnSize(UINT nType, int cx, int cy)
+    {
+        CGalleryPage::OnSize(nType, cx, cy);
+        FitLastColumn();
+    }
+
+    void FitLastColumn()
+    {
+        // The last column takes what the others leave, with room kept for the vertical
+        // scroll bar: the log soon outgrows its height, and a column sized before the bar
+        // appeared would then need a horizontal bar too.
+        if (!m_log.GetSafeHwnd())
+            return;
+        CRect rc;
+        m_log.GetClientRect(&rc);
+        int used = 0;
+        for (int col = 0; col < 4; ++col)
+            used += static_cast<int>(m_log.SendMessage(LVM_GETCOLUMNWIDTH, col));
+        const bool barShown = (m_log.GetStyle() & WS_VSCROLL) != 0;
+        const int room = rc.Width() - used - (barShown ? 0 : ::GetSystemMetrics(SM_CXVSCROLL));
+        m_log.SendMessage(LVM_SETCOLUMNWIDTH, 4, std::max(room, 60));
     }
 
     BOOL OnCommand(WPARAM wParam, LPARAM lParam) override
@@ -158,30 +196,47 @@ protected:
         return CGalleryPage::OnCommand(wParam, lParam);
     }
 
+    DECLARE_MESSAGE_MAP()
+
 private:
+    std::vector<bool> m_swallowed;
     CWnd m_log;
     CLogHook m_hookA{this, L"A (attached first)", false};
     CLogHook m_hookB{this, L"B (attached second)", true};
-    KxUiLayoutManager m_layout;
+    KxUiLayoutManagerWndBinary m_layout;
 };
 
 int CLogHook::windowProc(HWND, UINT message, WPARAM wParam, LPARAM, LRESULT& result)
 {
-    if (m_canSwallow && message == WM_CHAR && wParam >= L'0' && wParam <= L'9' && m_page->Swallows()) {
-        m_page->Log(m_name, L"before", message, wParam, L"swallowed: nobody else sees it");
-        result = 0;
-        return 1;
+    if (m_canSwallow) {
+        const bool swallow = message == WM_CHAR && wParam >= L'0' && wParam <= L'9' && m_page->Swallows();
+        m_page->BeginMessage(swallow);
+        if (swallow) {
+            m_page->Log(m_name, L"before", message, wParam, L"swallowed: hook A and the control are not called");
+            result = 0;
+            return 1;
+        }
     }
     m_page->Log(m_name, L"before", message, wParam, L"passed on");
     return 0;
 }
 
+// The after pass runs for every hook, whether or not the control was called.
 void CLogHook::windowProcCallBack(HWND, UINT message, WPARAM wParam, LPARAM, LRESULT& result)
 {
     CString outcome;
-    outcome.Format(L"control returned %Id", static_cast<INT_PTR>(result));
+    if (m_page->CurrentSwallowed())
+        outcome.Format(L"control not called; result %Id from hook B", static_cast<INT_PTR>(result));
+    else
+        outcome.Format(L"control returned %Id", static_cast<INT_PTR>(result));
     m_page->Log(m_name, L"after", message, wParam, outcome);
+    if (!m_canSwallow)
+        m_page->EndMessage();
 }
 
 IMPLEMENT_DYNAMIC(CHooksPage, CGalleryPage)
+
+BEGIN_MESSAGE_MAP(CHooksPage, CGalleryPage)
+    ON_WM_SIZE()
+END_MESSAGE_MAP()
 KXGALLERY_PAGE(10, CHooksPage);

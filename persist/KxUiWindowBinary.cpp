@@ -38,7 +38,9 @@ KxUiWindowBinary::~KxUiWindowBinary()
 
 bool KxUiWindowBinary::loadData(CWnd* pWnd)
 {
-    if (!pWnd || m_bLoaded)
+    // Without an application object there is no profile: nothing is read or applied and the
+    // record stays as it was, so that it loads once the application exists.
+    if (!pWnd || m_bLoaded || !AfxGetApp())
         return false;
     CMemFile stream(1024);
     bool bResult = getProfileBinary(pWnd, stream) ? setFromStream(pWnd, stream) : initializeWhenNoStream(pWnd);
@@ -49,7 +51,7 @@ bool KxUiWindowBinary::loadData(CWnd* pWnd)
 bool KxUiWindowBinary::saveData(const CWnd* pWnd)
 {
     // A window that is gone has no state to give; writing would replace the stored state with nothing.
-    if (!pWnd || !::IsWindow(pWnd->GetSafeHwnd()))
+    if (!pWnd || !::IsWindow(pWnd->GetSafeHwnd()) || !AfxGetApp())
         return false;
     CMemFile stream(1024);
     getStream(pWnd, stream);

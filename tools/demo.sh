@@ -16,6 +16,9 @@ if [ -n "${DISPLAY:-}" ]; then
     # A real window needs Wine's X11 driver: use a prefix of its own, not the null-driver one.
     export KXUI_WINEPREFIX="$root/$build/wineprefix-x11"
     [ -d "$KXUI_WINEPREFIX" ] || WINEPREFIX="$KXUI_WINEPREFIX" WINEDEBUG=-all wineboot -i >/dev/null 2>&1
+    # The caption buttons' symbols (see cmake/wine-run.sh).
+    fonts="$KXUI_WINEPREFIX/drive_c/windows/Fonts"
+    [ -f "$fonts/marlett.ttf" ] || cp /usr/share/wine/fonts/marlett.ttf "$fonts/" 2>/dev/null || true
     WINEPREFIX="$KXUI_WINEPREFIX" WINEDEBUG=-all wine "$gallery" || status=$?
     WINEPREFIX="$KXUI_WINEPREFIX" wineserver -k 2>/dev/null || true
     exit $status

@@ -91,7 +91,7 @@ CFrameWnd::~CFrameWnd() = default;
 BOOL CFrameWnd::PreCreateWindow(CREATESTRUCT& cs)
 {
     if (cs.lpszClass == nullptr)
-        cs.lpszClass = AfxRegisterWndClass(CS_DBLCLKS, ::LoadCursorW(nullptr, IDC_ARROW),
+        cs.lpszClass = AfxRegisterWndClass(CS_DBLCLKS | CS_HREDRAW | CS_VREDRAW, ::LoadCursorW(nullptr, IDC_ARROW),
                                            reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1),
                                            ::LoadIconW(nullptr, IDI_APPLICATION));
     return TRUE;
@@ -126,7 +126,7 @@ BOOL CFrameWnd::LoadFrame(UINT nIDResource, DWORD dwDefaultStyle, CWnd* pParentW
     LPCTSTR name = MAKEINTRESOURCE(nIDResource);
     HINSTANCE hInst = AfxFindResourceHandle(name, RT_GROUP_ICON);
     HICON hIcon = ::LoadIconW(hInst, name);
-    LPCTSTR lpszClass = AfxRegisterWndClass(CS_DBLCLKS, ::LoadCursorW(nullptr, IDC_ARROW),
+    LPCTSTR lpszClass = AfxRegisterWndClass(CS_DBLCLKS | CS_HREDRAW | CS_VREDRAW, ::LoadCursorW(nullptr, IDC_ARROW),
                                             reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1),
                                             hIcon != nullptr ? hIcon : ::LoadIconW(nullptr, IDI_APPLICATION));
     // The title is the text of the string resource up to its first newline.

@@ -268,3 +268,25 @@ TEST_F(FrameTest, StatusBarPanesFollowTheirUpdateHandlersAtIdleTime)
     EXPECT_EQ(0u, bar.GetPaneStyle(1) & SBPS_DISABLED);
     EXPECT_EQ(CString(L"PANE"), PaneShown(1));
 }
+
+// A frame that centres its drawing must be repainted whole when it grows, not only in the
+// strip that the resize uncovered: the frame class redraws on every change of width or height.
+TEST(FrameRepaint, GrowingAFrameInvalidatesItsWholeClientArea)
+{
+    for (bool fromResource : {false, true}) {
+        auto* frame = new CFrameWnd;
+        if (fromResource)
+            ASSERT_TRUE(frame->LoadFrame(IDR_TEST_FRAME, WS_OVERLAPPEDWINDOW, nullptr, nullptr));
+        else
+            ASSERT_TRUE(frame->Create(nullptr, L"repaint", WS_OVERLAPPEDWINDOW, CRect(0, 0, 200, 150)));
+        frame->SetWindowPos(nullptr, 0, 0, 200, 150, SWP_NOZORDER | SWP_SHOWWINDOW);
+        frame->UpdateWindow();
+        frame->ValidateRect(nullptr);
+        frame->SetWindowPos(nullptr, 0, 0, 320, 260, SWP_NOZORDER | SWP_NOMOVE);
+        CRect client, update;
+        frame->GetClientRect(&client);
+        EXPECT_TRUE(frame->GetUpdateRect(&update)) << "from resource: " << fromResource;
+        EXPECT_EQ(client, update) << "from resource: " << fromResource;
+        frame->DestroyWindow();  // the frame deletes itself
+    }
+}

@@ -1,7 +1,12 @@
 // Hooks on real windows: order of the passes, swallowing, detaching, destruction.
 #include "KxUiWndProcMgr.h"
+#include "KxWndProcStress.h"
 #include <afxwin.h>
+#include <functional>
+#include <stdexcept>
 #include <string>
+#include <algorithm>
+#include <deque>
 #include <vector>
 
 namespace {
@@ -29,6 +34,8 @@ const char* messageName(UINT message)
         return "ncdestroy";
     if (message == TM_DETACH_WNDPROC)
         return "detach";
+    if (message == WM_REENTER)
+        return "reenter";
     return nullptr;
 }
 
@@ -61,6 +68,8 @@ public:
         if (const char* name = messageName(message))
             g_log.push_back(m_name + ".before." + name);
         m_moduleState = AfxGetModuleState();
+        if (message == WM_PROBE && m_actBefore)
+            act(hWnd, m_actBefore);
         if (message == WM_REENTER) {
             for (KxUiWndProc* hook : m_detachOnReenter)
                 kxUiWndProcMgr().sendDetachMessage(hWnd, hook);
@@ -72,12 +81,24 @@ public:
         return 0;
     }
 
-    void windowProcCallBack(HWND, UINT message, WPARAM, LPARAM, LRESULT& result) override
+    void windowProcCallBack(HWND hWnd, UINT message, WPARAM, LPARAM, LRESULT& result) override
     {
         if (const char* name = messageName(message))
             g_log.push_back(m_name + ".after." + name + "=" + std::to_string(result));
         if (message == WM_PROBE)
             result += m_addToResult;
+        if (message == WM_PROBE && m_actAfter)
+            act(hWnd, m_actAfter);
+    }
+
+    // Runs a one-shot action from inside a pass; afterwards the hook is still a live object
+    // even if the action detached it (its deletion waits until the pass has returned).
+    void act(HWND hWnd, std::function<void(HWND)>& action)
+    {
+        std::function<void(HWND)> run;
+        run.swap(action);
+        run(hWnd);
+        g_log.push_back(m_name + (m_deleted && *m_deleted ? ".deleted-under-its-pass" : ".back"));
     }
 
     std::string m_name;
@@ -87,6 +108,25 @@ public:
     LRESULT m_addToResult = 0;
     AFX_MODULE_STATE* m_moduleState = nullptr;
     std::vector<KxUiWndProc*> m_detachOnReenter;
+    std::function<void(HWND)> m_actBefore;   // on the next WM_PROBE, in windowProc
+    std::function<void(HWND)> m_actAfter;    // on the next WM_PROBE, in windowProcCallBack
+};
+
+// Auto-delete hooks named A, B, C, ... attached in that order, with their deletion flags.
+struct OwnedHooks {
+    OwnedHooks(HWND hWnd, int count) : deleted(count, false)
+    {
+        for (int i = 0; i < count; ++i) {
+            hooks.push_back(new RecordingHook(std::string(1, char('A' + i)).c_str(), &deleted[i]));
+            hooks.back()->m_nAutoDelete = 1;
+            EXPECT_TRUE(kxUiWndProcMgr().attach(hWnd, hooks.back()));
+        }
+    }
+    RecordingHook& newest() { return *hooks.back(); }
+    int deletedCount() const { return (int)std::count(deleted.begin(), deleted.end(), true); }
+
+    std::vector<RecordingHook*> hooks;   // deleted by the manager
+    std::deque<bool> deleted;            // stable addresses
 };
 
 class WndProcMgr : public testing::Test {
@@ -289,7 +329,10 @@ TEST_F(WndProcMgr, HooksAndWindowRunWithTheModuleStateOfTheFirstAttach)
     EXPECT_EQ(app, g_windowModuleState);
 }
 
-TEST_F(WndProcMgr, HooksRemovedUnderARunningPassRaiseInvalidArgument)
+// Hooks removed under a running pass leave its next index outside the array: the invalid-argument
+// exception that raises ends the message at the manager's procedure, which answers 0; neither the
+// window's procedure nor the after pass runs for it, and nothing escapes to the caller.
+TEST_F(WndProcMgr, HooksRemovedUnderARunningPassEndTheMessageAtTheBoundary)
 {
     RecordingHook a("A"), b("B"), c("C");
     kxUiWndProcMgr().attach(m_hWnd, &a);
@@ -297,24 +340,252 @@ TEST_F(WndProcMgr, HooksRemovedUnderARunningPassRaiseInvalidArgument)
     kxUiWndProcMgr().attach(m_hWnd, &c);
     c.m_detachOnReenter = {&a, &b};  // the newest hook shortens the array under the pass
 
-    // Called directly, so the exception comes back through our own frames only.
+    // Called directly as well as through the system: no exception comes back either way.
     WNDPROC managed = reinterpret_cast<WNDPROC>(procedure());
     AFX_MODULE_STATE* before = AfxGetModuleState();
-    bool raised = false;
-    try {
-        managed(m_hWnd, WM_REENTER, 0, 0);
-    } catch (CInvalidArgException* e) {
-        raised = true;
-        e->Delete();
-    }
-    EXPECT_TRUE(raised);
+    LRESULT answer = -1;
+    EXPECT_NO_THROW(answer = managed(m_hWnd, WM_REENTER, 0, 0));
+    EXPECT_EQ(0, answer);
     EXPECT_EQ(before, AfxGetModuleState());
+    EXPECT_EQ("C.before.reenter C.before.detach B.before.detach A.before.detach wnd.detach(hooked) "
+              "C.after.detach=0 B.after.detach=0 "
+              "C.before.detach B.before.detach wnd.detach(hooked) C.after.detach=0",
+              logText());
 
     // The surviving hook still works.
     c.m_detachOnReenter.clear();
     g_log.clear();
     probe();
     EXPECT_EQ("C.before.probe wnd.probe C.after.probe=42", logText());
+    kxUiWndProcMgr().sendDetachMessage(m_hWnd, nullptr);
+}
+
+// The newest hook destroys the window while older hooks are still to be called, in either pass:
+// the nested WM_NCDESTROY unhooks the window, the outer pass meets an emptied record (never freed
+// memory) and ends; every auto-delete hook is deleted once, after the pass that was running.
+TEST_F(WndProcMgr, NewestHookDestroysTheWindowWhileOlderHooksWait)
+{
+    struct Case {
+        int hooks;
+        bool inAfterPass;
+        const char* log;
+    };
+    const Case cases[] = {
+        {2, false, "B.before.probe B.before.ncdestroy A.before.ncdestroy wnd.ncdestroy B.back"},
+        {3, false, "C.before.probe C.before.ncdestroy B.before.ncdestroy A.before.ncdestroy wnd.ncdestroy C.back"},
+        {2, true, "B.before.probe A.before.probe wnd.probe B.after.probe=42 "
+                  "B.before.ncdestroy A.before.ncdestroy wnd.ncdestroy B.back"},
+        {3, true, "C.before.probe B.before.probe A.before.probe wnd.probe C.after.probe=42 "
+                  "C.before.ncdestroy B.before.ncdestroy A.before.ncdestroy wnd.ncdestroy C.back"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.hooks << " hooks, after pass " << c.inAfterPass);
+        HWND hWnd = create();
+        OwnedHooks owned(hWnd, c.hooks);
+        auto destroy = [](HWND h) { DestroyWindow(h); };
+        (c.inAfterPass ? owned.newest().m_actAfter : owned.newest().m_actBefore) = destroy;
+        g_log.clear();
+        EXPECT_EQ(0, SendMessageW(hWnd, WM_PROBE, 0, 0));
+        EXPECT_EQ(c.log, logText());
+        EXPECT_FALSE(IsWindow(hWnd));
+        EXPECT_EQ(c.hooks, owned.deletedCount());
+    }
+}
+
+// The newest hook asks for every hook to go, from either pass: the window is unhooked before it
+// sees the detach message, and the pass that was running ends without touching freed memory.
+TEST_F(WndProcMgr, NewestHookSendsDetachAll)
+{
+    for (bool inAfterPass : {false, true}) {
+        SCOPED_TRACE(inAfterPass ? "after pass" : "before pass");
+        OwnedHooks owned(m_hWnd, 3);
+        auto detachAll = [](HWND h) { kxUiWndProcMgr().sendDetachMessage(h, nullptr); };
+        (inAfterPass ? owned.newest().m_actAfter : owned.newest().m_actBefore) = detachAll;
+        g_log.clear();
+        probe();
+        const std::string nested = "C.before.detach B.before.detach A.before.detach wnd.detach C.back";
+        EXPECT_EQ(inAfterPass ? "C.before.probe B.before.probe A.before.probe wnd.probe C.after.probe=42 " + nested
+                              : "C.before.probe " + nested,
+                  logText());
+        EXPECT_EQ(kOwnProcedure, procedure());
+        EXPECT_EQ(3, owned.deletedCount());
+        g_log.clear();
+        EXPECT_EQ(42, probe());
+        EXPECT_EQ("wnd.probe", logText());
+    }
+}
+
+// A hook removes an older hook and then a newer one while its pass runs. The removed hooks are not
+// called again, their deletion waits until the message is done, and the window stays hooked by
+// the survivors.
+TEST_F(WndProcMgr, HookDetachesAnOlderAndThenANewerHookDuringOnePass)
+{
+    OwnedHooks owned(m_hWnd, 4);   // A B C D
+    RecordingHook& b = *owned.hooks[1];
+    RecordingHook& c = *owned.hooks[2];
+    RecordingHook& d = *owned.hooks[3];
+    bool deletedDuringPass = true;
+    c.m_actBefore = [&](HWND h) {
+        kxUiWndProcMgr().sendDetachMessage(h, &b);
+        kxUiWndProcMgr().sendDetachMessage(h, &d);
+        deletedDuringPass = owned.deletedCount() != 0;
+    };
+    g_log.clear();
+    probe();
+    EXPECT_FALSE(deletedDuringPass);
+    EXPECT_EQ(2, owned.deletedCount());
+    EXPECT_TRUE(owned.deleted[1] && owned.deleted[3]);
+    const std::string log = logText();
+    const size_t back = log.find("C.back");
+    ASSERT_NE(std::string::npos, back);
+    EXPECT_EQ(std::string::npos, log.find("B.", back)) << log;
+    EXPECT_EQ(std::string::npos, log.find("D.", back)) << log;
+    EXPECT_NE(kOwnProcedure, procedure());
+
+    g_log.clear();
+    EXPECT_EQ(42, probe());
+    EXPECT_EQ("C.before.probe A.before.probe wnd.probe C.after.probe=42 A.after.probe=42", logText());
+    kxUiWndProcMgr().sendDetachMessage(m_hWnd, nullptr);
+    EXPECT_EQ(4, owned.deletedCount());
+}
+
+// A hook sends the window another message from inside its pass: the nested message goes through
+// every hook and the window and answers, then the outer one goes on. When the nested message
+// destroys the window, the outer pass ends with it.
+TEST_F(WndProcMgr, ReentrantSendMessageFromInsideAHook)
+{
+    OwnedHooks owned(m_hWnd, 2);
+    LRESULT nested = 0;
+    owned.newest().m_actBefore = [&](HWND h) { nested = SendMessageW(h, WM_PROBE, 0, 0); };
+    owned.hooks[0]->m_addToResult = 1;
+    g_log.clear();
+    EXPECT_EQ(43, probe());
+    EXPECT_EQ(43, nested);
+    EXPECT_EQ("B.before.probe B.before.probe A.before.probe wnd.probe B.after.probe=42 A.after.probe=42 B.back "
+              "A.before.probe wnd.probe B.after.probe=42 A.after.probe=42",
+              logText());
+
+    owned.newest().m_actBefore = [&](HWND h) { SendMessageW(h, WM_PROBE, 0, 0); };
+    owned.hooks[0]->m_actBefore = [](HWND h) { DestroyWindow(h); };   // runs in the nested message
+    g_log.clear();
+    EXPECT_EQ(0, probe());
+    EXPECT_FALSE(IsWindow(m_hWnd));
+    EXPECT_EQ(2, owned.deletedCount());
+}
+
+// What a hook throws stops at the manager's procedure: the message answers 0 (-1 for WM_CREATE),
+// the module state is restored, and the next message is handled normally.
+namespace {
+
+class ThrowingHook : public KxUiWndProc {
+public:
+    int windowProc(HWND, UINT message, WPARAM, LPARAM, LRESULT&) override
+    {
+        if (message == m_throwOn && !m_inAfterPass)
+            raise();
+        return 0;
+    }
+    void windowProcCallBack(HWND, UINT message, WPARAM, LPARAM, LRESULT&) override
+    {
+        if (message == m_throwOn && m_inAfterPass)
+            raise();
+    }
+    void raise()
+    {
+        if (m_standard)
+            throw std::runtime_error("hook failed");
+        AfxThrowInvalidArgException();
+    }
+    UINT m_throwOn = WM_PROBE;
+    bool m_inAfterPass = false;
+    bool m_standard = false;
+};
+
+} // namespace
+
+TEST_F(WndProcMgr, ExceptionsFromHooksStopAtTheManagersProcedure)
+{
+    ThrowingHook thrower;
+    RecordingHook older("A");
+    kxUiWndProcMgr().attach(m_hWnd, &older);
+    kxUiWndProcMgr().attach(m_hWnd, &thrower);
+    AFX_MODULE_STATE* state = AfxGetModuleState();
+    for (bool standard : {false, true}) {
+        for (bool inAfterPass : {false, true}) {
+            thrower.m_standard = standard;
+            thrower.m_inAfterPass = inAfterPass;
+            g_log.clear();
+            EXPECT_EQ(0, probe());
+            EXPECT_EQ(state, AfxGetModuleState());
+            // Thrown in the before pass, the rest of the message is skipped; in the after pass the
+            // window has already answered, and the older hook's after pass is skipped.
+            EXPECT_EQ(inAfterPass ? "A.before.probe wnd.probe" : "", logText());
+        }
+    }
+    thrower.m_throwOn = WM_CREATE;
+    thrower.m_inAfterPass = false;
+    CREATESTRUCTW cs = {};
+    EXPECT_EQ(-1, SendMessageW(m_hWnd, WM_CREATE, 0, reinterpret_cast<LPARAM>(&cs)));
+
+    thrower.m_throwOn = 0;
+    g_log.clear();
+    EXPECT_EQ(42, probe());
+    EXPECT_EQ("A.before.probe wnd.probe A.after.probe=42", logText());
+    kxUiWndProcMgr().sendDetachMessage(m_hWnd, nullptr);
+}
+
+// A hooked object deleted before its window detaches itself: the manager forgets it, the other
+// hooks keep working, and the window's procedure comes back when it was the last, on every window
+// it was attached to.
+TEST_F(WndProcMgr, AHookDeletedBeforeItsWindowDetachesItself)
+{
+    HWND other = create();
+    RecordingHook* a = new RecordingHook("A");
+    RecordingHook* b = new RecordingHook("B");
+    ASSERT_TRUE(kxUiWndProcMgr().attach(m_hWnd, a));
+    ASSERT_TRUE(kxUiWndProcMgr().attach(m_hWnd, b));
+    ASSERT_TRUE(kxUiWndProcMgr().attach(other, b));
+
+    delete b;
+    EXPECT_NE(kOwnProcedure, procedure());
+    EXPECT_EQ(kOwnProcedure, GetWindowLongPtrW(other, GWLP_WNDPROC));
+    g_log.clear();
+    EXPECT_EQ(42, probe());
+    EXPECT_EQ(42, SendMessageW(other, WM_PROBE, 0, 0));
+    EXPECT_EQ("A.before.probe wnd.probe A.after.probe=42 wnd.probe", logText());
+
+    delete a;
+    EXPECT_EQ(kOwnProcedure, procedure());
+    g_log.clear();
+    EXPECT_EQ(42, probe());
+    EXPECT_EQ("wnd.probe", logText());
+
+    // The window can be hooked again, and a hook deleted from inside another hook's pass
+    // leaves that pass without harm.
+    RecordingHook c("C");
+    RecordingHook* d = new RecordingHook("D");
+    kxUiWndProcMgr().attach(m_hWnd, &c);
+    kxUiWndProcMgr().attach(m_hWnd, d);
+    c.m_actBefore = [&](HWND) { delete d; };
+    g_log.clear();
+    EXPECT_EQ(42, probe());
+    EXPECT_EQ("D.before.probe C.before.probe C.back wnd.probe C.after.probe=42", logText());
+    g_log.clear();
+    EXPECT_EQ(42, probe());
+    EXPECT_EQ("C.before.probe wnd.probe C.after.probe=42", logText());
+    DestroyWindow(other);
+    kxUiWndProcMgr().sendDetachMessage(m_hWnd, nullptr);
+}
+
+// A thousand random sequences of attach, detach, destroy and delete over several windows, with
+// hooks acting from inside their passes, against a model of which hooks each window holds.
+TEST(WndProcMgrStress, RandomSequencesOverSeveralWindowsMatchTheModel)
+{
+    const KxWndProcStress::Report report = KxWndProcStress::Run(20261124, 1000);
+    EXPECT_EQ(0, report.failures) << report.firstFailure;
+    EXPECT_EQ(1000, report.sequences);
+    EXPECT_GT(report.actionsInPasses, 1000);
+    std::printf("[ stress   ] %s\n", report.Summary().c_str());
 }
 
 // A layout-like hook moves a child to fill its parent on every resize; a persistence-like

@@ -196,6 +196,28 @@ TEST_F(GalleryTest, TourVisitsEveryPageAndExitsCleanly)
         EXPECT_EQ(0u, lines[i].find("shown page " + std::to_string(i + 1) + ":")) << lines[i];
 }
 
+// Every page, laid out at the usual size and at the frame's smallest, keeps its controls inside
+// the page, apart from each other and wide enough for their texts.
+TEST_F(GalleryTest, NoPageClipsOverlapsOrLosesAControlAtTheUsualAndTheSmallestSize)
+{
+    for (const wchar_t* size : {L" --size 900x600", L""}) {
+        const RunResult run = RunGallery(std::wstring(L"--check-layout") + size);
+        EXPECT_EQ(0u, run.exitCode) << run.output;
+        const std::vector<std::string> lines = Lines(run.output);
+        ASSERT_FALSE(lines.empty());
+        EXPECT_NE(std::string::npos, lines.back().find(", 0 problems")) << run.output;
+    }
+}
+
+// The smallest window the frame allows is the size the layout check uses by default.
+TEST_F(GalleryTest, TheFrameCannotBeMadeSmallerThanItsPagesAreLaidOutFor)
+{
+    const RunResult run = RunGallery(L"--check-layout --size 400x300");
+    const std::vector<std::string> lines = Lines(run.output);
+    ASSERT_FALSE(lines.empty()) << run.output;
+    EXPECT_NE(std::string::npos, lines.back().find("layout checked at 720x480")) << run.output;
+}
+
 namespace {
 
 const wchar_t kTestKey[] = L"Software\\KxUi Gallery test profile";
@@ -234,7 +256,7 @@ TEST_F(GalleryTest, RestartRestoresPlacementPageAndLayoutState)
     ASSERT_TRUE(ReadValue(L"Gallery", L"Page", data, type));
     EXPECT_EQ(static_cast<DWORD>(REG_DWORD), type);
     EXPECT_EQ(1u, *reinterpret_cast<DWORD*>(data.data()));
-    ASSERT_TRUE(ReadValue(L"Window\\CLayoutPage\\Static_2002", L"SPLITTERPERCENT", data, type));
+    ASSERT_TRUE(ReadValue(L"Window\\CLayoutSplitArea\\Static_2002", L"SPLITTERPERCENT", data, type));
     EXPECT_EQ(4u, data.size());
     ASSERT_TRUE(ReadValue(L"Window\\CLayoutPage\\CWnd_2005", L"WNDSTATE", data, type));
     EXPECT_EQ((std::vector<BYTE>{0, 0, 0, 0}), data) << "\"Show archived customers\" starts unchecked";
@@ -250,12 +272,14 @@ TEST_F(GalleryTest, RestartRestoresPlacementPageAndLayoutState)
                                            0, KEY_WRITE, &key));
     RegSetValueExW(key, L"WINDOWPLACEMENT", 0, REG_BINARY, data.data(), static_cast<DWORD>(data.size()));
     RegCloseKey(key);
-    // ... and as if the user had checked "Show archived customers" and dragged the splitter to 60%.
+    // ... and as if the user had checked "Show archived customers" and dragged the splitter to
+    // 55% (in a 760x520 window the bar goes up to 57%, where the details reach their minimum).
     const std::wstring page = std::wstring(kTestKey) + L"\\KxUiGallery\\Window\\CLayoutPage\\";
-    const DWORD checked = 1, percent = 60;
+    const std::wstring area = std::wstring(kTestKey) + L"\\KxUiGallery\\Window\\CLayoutSplitArea\\";
+    const DWORD checked = 1, percent = 55;
     ASSERT_EQ(ERROR_SUCCESS, RegSetKeyValueW(HKEY_CURRENT_USER, (page + L"CWnd_2005").c_str(), L"WNDSTATE",
                                              REG_BINARY, &checked, sizeof checked));
-    ASSERT_EQ(ERROR_SUCCESS, RegSetKeyValueW(HKEY_CURRENT_USER, (page + L"Static_2002").c_str(), L"SPLITTERPERCENT",
+    ASSERT_EQ(ERROR_SUCCESS, RegSetKeyValueW(HKEY_CURRENT_USER, (area + L"Static_2002").c_str(), L"SPLITTERPERCENT",
                                              REG_BINARY, &percent, sizeof percent));
 
     RunResult second = RunGallery(profile + L"--quit");
@@ -264,8 +288,45 @@ TEST_F(GalleryTest, RestartRestoresPlacementPageAndLayoutState)
     // The page came back with that state: closing it again saved the same values.
     ASSERT_TRUE(ReadValue(L"Window\\CLayoutPage\\CWnd_2005", L"WNDSTATE", data, type));
     EXPECT_EQ((std::vector<BYTE>{1, 0, 0, 0}), data);
-    ASSERT_TRUE(ReadValue(L"Window\\CLayoutPage\\Static_2002", L"SPLITTERPERCENT", data, type));
+    ASSERT_TRUE(ReadValue(L"Window\\CLayoutSplitArea\\Static_2002", L"SPLITTERPERCENT", data, type));
     ASSERT_EQ(4u, data.size());
-    EXPECT_EQ(60u, *reinterpret_cast<DWORD*>(data.data()));
+    EXPECT_EQ(55u, *reinterpret_cast<DWORD*>(data.data()));
+    RegDeleteTreeW(HKEY_CURRENT_USER, kTestKey);
+}
+
+TEST_F(GalleryTest, TypedTextComesBackAfterARestartAndReadOnlyTextIsNotKept)
+{
+    RegDeleteTreeW(HKEY_CURRENT_USER, kTestKey);
+    const std::wstring profile = L"--profile \"KxUi Gallery test profile\" ";
+
+    // The hooks page's edit field is saved when the program closes, empty at first.
+    RunResult first = RunGallery(profile + L"--page 1 --quit");
+    ASSERT_EQ(0u, first.exitCode) << first.output;
+    const std::wstring section = std::wstring(kTestKey) + L"\\KxUiGallery\\Gallery\\hooks";
+    HKEY key;
+    ASSERT_EQ(ERROR_SUCCESS, RegOpenKeyExW(HKEY_CURRENT_USER, section.c_str(), 0, KEY_READ | KEY_WRITE, &key));
+    wchar_t name[64];
+    DWORD nameLen = 64;
+    ASSERT_EQ(ERROR_SUCCESS, RegEnumValueW(key, 0, name, &nameLen, nullptr, nullptr, nullptr, nullptr));
+    EXPECT_EQ(0, wcsncmp(name, L"Field", 5)) << name;
+    // As if the user had typed into it before closing.
+    const wchar_t typed[] = L"typed before the restart";
+    ASSERT_EQ(ERROR_SUCCESS, RegSetValueExW(key, name, 0, REG_SZ, reinterpret_cast<const BYTE*>(typed), sizeof typed));
+    RegCloseKey(key);
+
+    // The second session puts the text back into the field, and saves it again when it closes.
+    RunResult second = RunGallery(profile + L"--page 1 --quit");
+    ASSERT_EQ(0u, second.exitCode) << second.output;
+    std::vector<BYTE> data;
+    DWORD type = 0;
+    ASSERT_TRUE(ReadValue(L"Gallery\\hooks", name, data, type));
+    EXPECT_EQ(std::wstring(typed), std::wstring(reinterpret_cast<const wchar_t*>(data.data())));
+
+    // The layout page's details pane shows the chosen customer's notes: a view, not a field.
+    RunResult third = RunGallery(profile + L"--page 2 --quit");
+    ASSERT_EQ(0u, third.exitCode) << third.output;
+    EXPECT_NE(ERROR_SUCCESS, RegOpenKeyExW(HKEY_CURRENT_USER,
+                                           (std::wstring(kTestKey) + L"\\KxUiGallery\\Gallery\\layout").c_str(),
+                                           0, KEY_READ, &key));
     RegDeleteTreeW(HKEY_CURRENT_USER, kTestKey);
 }

@@ -283,6 +283,39 @@ TEST_F(Persist, WindowWithoutThickFrameIsOnlyMoved)
     EXPECT_FALSE(dlg.IsZoomed());
 }
 
+// Without an application object there is no profile: loading and saving answer false and leave
+// the record, the control and the stored value as they were, so the value still applies once the
+// application exists.
+TEST_F(Persist, WithoutAnApplicationNothingIsLoadedOrSaved)
+{
+    createControls(dlg);
+    KxUiWindowStateBinary check(idCheck);
+    const CString strSection = check.getSectionName(&dlg);
+    storeValue(strSection, L"WNDSTATE", intBytes(BST_CHECKED));
+    {
+        // Hides the application from AfxGetApp for the scope, in every module state it is found in.
+        AFX_MODULE_STATE* states[] = {AfxGetModuleState(), AfxGetAppModuleState()};
+        CWinApp* apps[] = {states[0]->m_pCurrentWinApp, states[1]->m_pCurrentWinApp};
+        for (AFX_MODULE_STATE* state : states)
+            state->m_pCurrentWinApp = nullptr;
+        ASSERT_EQ(nullptr, AfxGetApp());
+        const bool bLoaded = check.loadData(&dlg);
+        const bool bSaved = check.saveData(&dlg);
+        for (int i = 1; i >= 0; --i)
+            states[i]->m_pCurrentWinApp = apps[i];
+        EXPECT_FALSE(bLoaded);
+        EXPECT_FALSE(bSaved);
+    }
+    EXPECT_FALSE(check.getLoaded());
+    EXPECT_EQ(BST_UNCHECKED, ::SendMessageW(dlg.item(idCheck), BM_GETCHECK, 0, 0));
+    Bytes bytes;
+    ASSERT_TRUE(readValue(strSection, L"WNDSTATE", bytes));
+    EXPECT_EQ(intBytes(BST_CHECKED), bytes);
+
+    EXPECT_TRUE(check.loadData(&dlg));
+    EXPECT_EQ(BST_CHECKED, ::SendMessageW(dlg.item(idCheck), BM_GETCHECK, 0, 0));
+}
+
 TEST_F(Persist, LoadingTwiceAppliesOnce)
 {
     createControls(dlg);

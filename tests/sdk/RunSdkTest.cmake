@@ -12,14 +12,18 @@ function(run)
 endfunction()
 
 run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${prefix})
-run(${CMAKE_COMMAND} -S ${SOURCE_DIR}/tests/sdk -B ${consumer_build} -G Ninja
-    -DCMAKE_TOOLCHAIN_FILE=${SOURCE_DIR}/cmake/toolchain-mingw64.cmake
-    -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_BUILD_TYPE=Release)
-run(${CMAKE_COMMAND} --build ${consumer_build})
-file(GLOB dlls ${prefix}/bin/*.dll)
-file(COPY ${dlls} DESTINATION ${consumer_build})
-run(env KXUI_WINEPREFIX=${WINEPREFIX} ${WINE_RUN} ${consumer_build}/KxUiSdkConsumer.exe)
-message("${last_output}")
-if(NOT last_output MATCHES "KxUi SDK consumer: ok")
-  message(FATAL_ERROR "the consumer did not report success")
-endif()
+# Configured with the toolchain file installed with the SDK, in both configurations a user builds;
+# the program's own post-build step copies the DLLs beside it.
+foreach(config Release Debug)
+  set(dir ${consumer_build}-${config})
+  file(REMOVE_RECURSE ${dir})
+  run(${CMAKE_COMMAND} -S ${SOURCE_DIR}/tests/sdk -B ${dir} -G Ninja
+      -DCMAKE_TOOLCHAIN_FILE=${prefix}/lib/cmake/KxUi/toolchain-mingw64.cmake
+      -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_BUILD_TYPE=${config})
+  run(${CMAKE_COMMAND} --build ${dir})
+  run(env KXUI_WINEPREFIX=${WINEPREFIX} ${WINE_RUN} ${dir}/KxUiSdkConsumer.exe)
+  message("${config}:\n${last_output}")
+  if(NOT last_output MATCHES "KxUi SDK consumer: ok")
+    message(FATAL_ERROR "the ${config} consumer did not report success")
+  endif()
+endforeach()

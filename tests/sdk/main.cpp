@@ -3,6 +3,7 @@
 // About dialog (which closes itself), then asks the application to exit.
 #include <afxwin.h>
 #include <afxext.h>
+#include <commctrl.h>
 #include <cstdio>
 #include <KxUiVersion.h>
 #include "resource.h"
@@ -96,6 +97,17 @@ public:
         const DWORD v = KxUiGetVersion();
         std::printf("KxUi version %lu.%lu\n", (v >> 24) & 0xff, (v >> 16) & 0xff);
         Check(v != 0, "library loaded");
+
+        // The manifest from the SDK brings version 6 of the common controls.
+        // With the manifest the loader maps comctl32 from the side-by-side common-controls 6.0
+        // assembly instead of the system folder. Its path says so on Windows and under Wine
+        // alike; its DllGetVersion does not, as Wine's reports 5.81 for both builds.
+        wchar_t path[MAX_PATH] = {};
+        ::GetModuleFileNameW(::GetModuleHandleW(L"comctl32.dll"), path, MAX_PATH);
+        CString loaded(path);
+        loaded.MakeLower();
+        Check(loaded.Find(L"microsoft.windows.common-controls_") >= 0 && loaded.Find(L"_6.0.") >= 0,
+              "common controls 6");
 
         auto* frame = new CMainFrame;
         if (!frame->LoadFrame(IDR_MAINFRAME))
