@@ -93,11 +93,6 @@ class CGridPage : public CGalleryPage {
     DECLARE_DYNAMIC(CGridPage)
 
 public:
-    ~CGridPage() override
-    {
-        if (GetSafeHwnd())
-            DestroyWindow();
-    }
     LPCWSTR GetTitle() const override { return L"Grid"; }
     LPCWSTR GetSlug() const override { return L"grid"; }
     CString GetStatusText() const override
