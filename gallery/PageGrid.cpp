@@ -131,7 +131,7 @@ protected:
                        WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER);
         FillStock();
         AddControl(L"STATIC",
-                   L"Amber: below the reorder level; red: out of stock. Click a header to sort, Ctrl+C to copy.",
+                   L"Amber: below the reorder level. Red: out of stock. Click a header to sort.",
                    SS_LEFT | SS_NOPREFIX, CRect(10, split - 26, w - 10, split - 6), IDC_STOCK_NOTE);
 
         m_orders.Create(CRect(10, split, w - 10, h - 34), this, IDC_ORDERS,
@@ -146,8 +146,7 @@ protected:
         for (int c = 0; c < 5; ++c)
             m_orders.SetColumnWidth(c, orderWidths[c]);
         AddControl(L"STATIC",
-                   L"Order book: 10,000,000 orders computed on demand. Ctrl+End, Page Down and the scroll "
-                   L"thumb answer at once.",
+                   L"Order book: 10,000,000 orders computed on demand. Try Ctrl+End.",
                    SS_LEFT | SS_NOPREFIX, CRect(10, h - 28, w - 10, h - 8), IDC_ORDERS_NOTE);
 
         using LM = KxUiLayoutManager;
