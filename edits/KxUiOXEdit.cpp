@@ -4,6 +4,24 @@
 
 IMPLEMENT_DYNCREATE(KxUiOXEdit, CEdit)
 
+BEGIN_MESSAGE_MAP(KxUiOXEdit, CEdit)
+    ON_WM_CHAR()
+    ON_WM_KEYDOWN()
+    ON_WM_LBUTTONDOWN()
+    ON_WM_SETFOCUS()
+    ON_MESSAGE(WM_SETTEXT, &KxUiOXEdit::OnSetText)
+    ON_MESSAGE(WM_SETFONT, &KxUiOXEdit::OnSetFont)
+    ON_MESSAGE(WM_CUT, &KxUiOXEdit::OnCut)
+    ON_MESSAGE(WM_CLEAR, &KxUiOXEdit::OnClear)
+    ON_MESSAGE(WM_PASTE, &KxUiOXEdit::OnPaste)
+    ON_MESSAGE(EM_REPLACESEL, &KxUiOXEdit::OnPaste)
+    ON_MESSAGE(WM_UNDO, &KxUiOXEdit::OnUndo)
+    ON_MESSAGE(EM_UNDO, &KxUiOXEdit::OnUndo)
+    ON_CONTROL_REFLECT_EX(EN_UPDATE, &KxUiOXEdit::OnNativeUpdate)
+    ON_CONTROL_REFLECT_EX(EN_CHANGE, &KxUiOXEdit::OnNativeUpdate)
+    ON_WM_CTLCOLOR_REFLECT()
+END_MESSAGE_MAP()
+
 namespace {
 
 bool keyDown(int vk)
@@ -377,30 +395,23 @@ void KxUiOXEdit::AttachToolTip()
     m_toolTip.SendMessage(TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&ti));
 }
 
-BOOL KxUiOXEdit::OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult)
+BOOL KxUiOXEdit::OnNativeUpdate()
 {
-    if (message == WM_COMMAND) {
-        UINT nCode = HIWORD(wParam);
-        // While the control writes its own text, the native edit's notifications are
-        // replaced by the control's own (sent after the text is in place).
-        if ((nCode == EN_UPDATE || nCode == EN_CHANGE) && m_nUpdateDepth > 0 && !m_bOwnNotify) {
-            if (pResult)
-                *pResult = 0;
-            return TRUE;
-        }
-    }
-    if ((message == WM_CTLCOLOREDIT || message == WM_CTLCOLORSTATIC) && ::IsWindowEnabled(m_hWnd)) {
-        // A disabled control keeps the system's greyed look; read-only ones take the colours.
-        HDC hDC = reinterpret_cast<HDC>(wParam);
-        ::SetTextColor(hDC, m_clrText);
-        ::SetBkColor(hDC, m_clrBack);
-        if (m_brBack.m_hObject == nullptr)
-            m_brBack.CreateSolidBrush(m_clrBack);
-        if (pResult)
-            *pResult = reinterpret_cast<LRESULT>(m_brBack.m_hObject);
-        return TRUE;
-    }
-    return CEdit::OnChildNotify(message, wParam, lParam, pResult);
+    // While the control writes its own text, the native edit's notifications are replaced
+    // by the control's own (sent after the text is in place).
+    return m_nUpdateDepth > 0 && !m_bOwnNotify;
+}
+
+HBRUSH KxUiOXEdit::CtlColor(CDC* pDC, UINT)
+{
+    // A disabled control keeps the system's greyed look; read-only ones take the colours.
+    if (!::IsWindowEnabled(m_hWnd))
+        return nullptr;
+    pDC->SetTextColor(m_clrText);
+    pDC->SetBkColor(m_clrBack);
+    if (m_brBack.m_hObject == nullptr)
+        m_brBack.CreateSolidBrush(m_clrBack);
+    return static_cast<HBRUSH>(m_brBack.m_hObject);
 }
 
 // ---------------------------------------------------------------------------------------
@@ -421,11 +432,13 @@ int KxUiOXEdit::DeleteMoving(int nStart, int nEnd, int nStep, int nLimit)
     }
 }
 
-LRESULT KxUiOXEdit::OnChar(WPARAM nChar, LPARAM lParam)
+void KxUiOXEdit::OnChar(UINT nChar, UINT, UINT)
 {
     LONG_PTR nStyle = styleOf(m_hWnd);
-    if (nStyle & ES_READONLY)
-        return CEdit::WindowProc(WM_CHAR, nChar, lParam);
+    if (nStyle & ES_READONLY) {
+        Default();
+        return;
+    }
     int nStart, nEnd;
     GetSelection(nStart, nEnd);
 
@@ -434,15 +447,17 @@ LRESULT KxUiOXEdit::OnChar(WPARAM nChar, LPARAM lParam)
     bool bReturnAccepted = (nStyle & ES_MULTILINE) && (ch == _T('\n') || (nStyle & ES_WANTRETURN));
     if (bReturn)
         ch = _T('\r');
-    if ((ch < 0x20 || ch == 0x7F) && ch != VK_BACK && !(bReturn && bReturnAccepted))
-        return CEdit::WindowProc(WM_CHAR, nChar, lParam);
+    if ((ch < 0x20 || ch == 0x7F) && ch != VK_BACK && !(bReturn && bReturnAccepted)) {
+        Default();
+        return;
+    }
 
     if (ch == VK_BACK) {
         int nCaret = nStart != nEnd ? DeleteMoving(nStart, nEnd, -1, 0)
                                     : (nStart > 0 ? DeleteMoving(nStart - 1, nStart, -1, 0) : -1);
         if (nCaret >= 0)
             Update(nCaret);
-        return 0;
+        return;
     }
 
     // Return becomes a line break; the result is the position of its last character.
@@ -455,15 +470,17 @@ LRESULT KxUiOXEdit::OnChar(WPARAM nChar, LPARAM lParam)
 
     // ES_NUMBER refuses other characters natively; checked before a selection is replaced,
     // so that a refused character cannot delete it.
-    if ((nStyle & ES_NUMBER) && !(ch >= _T('0') && ch <= _T('9')) && !bReturn)
-        return CEdit::WindowProc(WM_CHAR, nChar, lParam);
+    if ((nStyle & ES_NUMBER) && !(ch >= _T('0') && ch <= _T('9')) && !bReturn) {
+        Default();
+        return;
+    }
 
     if (nStart != nEnd) {
         int s = nStart, e = nEnd;
         if (!DeleteRange(s, e)) {
             ValidationError();
             SetCaret(nStart);
-            return 0;
+            return;
         }
         int nResult = place(s, true);
         if (nResult < 0) {
@@ -472,13 +489,13 @@ LRESULT KxUiOXEdit::OnChar(WPARAM nChar, LPARAM lParam)
         } else {
             Update(nResult + 1);
         }
-        return 0;
+        return;
     }
 
     if (!IsInputPosition(nStart)) {
         ValidationError();
         SetCaret(nStart);
-        return 0;
+        return;
     }
     int nResult = place(nStart, m_nInsertMode != 0);
     if (nResult < 0) {
@@ -487,63 +504,98 @@ LRESULT KxUiOXEdit::OnChar(WPARAM nChar, LPARAM lParam)
     } else {
         SetCaret(nResult + 1);
     }
-    return 0;
 }
 
-LRESULT KxUiOXEdit::OnKeyDown(WPARAM nKey, LPARAM lParam)
+void KxUiOXEdit::OnKeyDown(UINT nChar, UINT, UINT)
 {
-    if (styleOf(m_hWnd) & ES_READONLY)
-        return CEdit::WindowProc(WM_KEYDOWN, nKey, lParam);
+    if (styleOf(m_hWnd) & ES_READONLY) {
+        Default();
+        return;
+    }
     bool bShift = keyDown(VK_SHIFT);
     int nStart, nEnd;
-    switch (nKey) {
+    switch (nChar) {
     case VK_DELETE: {
         GetSelection(nStart, nEnd);
         int nLast = m_arrLeftLiterals.GetLength() + m_arrInputData.GetLength();
         int nCaret = DeleteMoving(nStart, nStart != nEnd ? nEnd : nStart + 1, +1, nLast);
         if (nCaret >= 0)
             Update(nCaret);
-        return 0;
+        return;
     }
     case VK_HOME:
     case VK_END:
     case VK_LEFT:
     case VK_UP:
     case VK_RIGHT:
-    case VK_DOWN: {
-        LRESULT lResult = CEdit::WindowProc(WM_KEYDOWN, nKey, lParam);
+    case VK_DOWN:
+        Default();
         if (!bShift) {
             GetSelection(nStart, nEnd);
             if (!IsInputPosition(nStart)) {
-                bool bForward = nKey == VK_HOME || nKey == VK_RIGHT || nKey == VK_DOWN;
+                bool bForward = nChar == VK_HOME || nChar == VK_RIGHT || nChar == VK_DOWN;
                 int nAt = bForward ? GetNextInputLocation(nStart) : GetPreviousInputLocation(nStart);
                 ::SendMessageW(m_hWnd, EM_SETSEL, nAt, nAt);
             }
         }
-        return lResult;
-    }
+        return;
     case VK_INSERT:
         // Shift+Insert and Ctrl+Insert keep their usual meaning, paste and copy. They go
         // through the clipboard messages: the native edit would paste on its own, past the
         // input data.
-        if (bShift) {
+        if (bShift)
             ::SendMessageW(m_hWnd, WM_PASTE, 0, 0);
-        } else if (keyDown(VK_CONTROL)) {
+        else if (keyDown(VK_CONTROL))
             ::SendMessageW(m_hWnd, WM_COPY, 0, 0);
-        } else {
+        else
             m_nInsertMode = !m_nInsertMode;
-        }
-        return 0;
+        return;
     default:
-        break;
+        Default();
+        return;
     }
-    return CEdit::WindowProc(WM_KEYDOWN, nKey, lParam);
 }
 
-LRESULT KxUiOXEdit::OnSetText(LPCTSTR lpszText)
+void KxUiOXEdit::OnLButtonDown(UINT, CPoint)
 {
+    Default();
+    int nStart, nEnd;
+    GetSelection(nStart, nEnd);
+    if (nStart == nEnd && !IsInputPosition(nStart))
+        SetCaret(nStart);
+}
+
+void KxUiOXEdit::OnSetFocus(CWnd*)
+{
+    Default();
+    if (!m_bHighlightOnSetFocus) {
+        // The dialog manager selects the whole text of an edit tabbed into; the caret goes
+        // to the input instead.
+        int nStart, nEnd;
+        GetSelection(nStart, nEnd);
+        int nLength = ::GetWindowTextLengthW(m_hWnd);
+        if (nStart == 0 && nEnd == nLength && nLength > 0)
+            SetCaret(0);
+    }
+    if (m_font.m_hObject != nullptr) {
+        m_bSettingFont = 1;
+        ::SendMessageW(m_hWnd, WM_SETFONT, reinterpret_cast<WPARAM>(m_font.m_hObject), TRUE);
+        m_bSettingFont = 0;
+    }
+}
+
+LRESULT KxUiOXEdit::OnSetFont(WPARAM wParam, LPARAM)
+{
+    if (!m_bSettingFont)
+        SaveFont(reinterpret_cast<HFONT>(wParam));
+    return Default();
+}
+
+LRESULT KxUiOXEdit::OnSetText(WPARAM, LPARAM lParam)
+{
+    LPCTSTR lpszText = reinterpret_cast<LPCTSTR>(lParam);
     if (m_nUpdateDepth > 0) {
-        LRESULT lResult = CEdit::WindowProc(WM_SETTEXT, 0, reinterpret_cast<LPARAM>(lpszText));
+        LRESULT lResult = Default();
         NotifyParent(EN_UPDATE);
         if (m_bNotifyChange)
             NotifyParent(EN_CHANGE);
@@ -556,105 +608,63 @@ LRESULT KxUiOXEdit::OnSetText(LPCTSTR lpszText)
     return TRUE;
 }
 
-LRESULT KxUiOXEdit::OnClipboard(UINT message, WPARAM wParam, LPARAM lParam)
+CString KxUiOXEdit::ShownText() const
 {
-    if (message != EM_REPLACESEL && (styleOf(m_hWnd) & ES_READONLY))
-        return CEdit::WindowProc(message, wParam, lParam);
+    CString sText;
+    int nLength = ::GetWindowTextLengthW(m_hWnd);
+    ::GetWindowTextW(m_hWnd, sText.GetBuffer(nLength + 1), nLength + 1);
+    sText.ReleaseBuffer();
+    return sText;
+}
+
+LRESULT KxUiOXEdit::OnCut(WPARAM, LPARAM)
+{
+    return CutOrClear(true);
+}
+
+LRESULT KxUiOXEdit::OnClear(WPARAM, LPARAM)
+{
+    return CutOrClear(false);
+}
+
+LRESULT KxUiOXEdit::CutOrClear(bool bCut)
+{
+    if (styleOf(m_hWnd) & ES_READONLY)
+        return Default();
     int nStart, nEnd;
     GetSelection(nStart, nEnd);
-    LRESULT lResult = CEdit::WindowProc(message, wParam, lParam);
-    switch (message) {
-    case WM_CUT: {
-        int s = nStart, e = nEnd;
-        if (DeleteRange(s, e))
-            nStart = s;
-        Update(nStart);
-        break;
-    }
-    case WM_CLEAR: {
-        int s = nStart, e = nEnd;
-        bool bDeleted = DeleteRange(s, e) != 0;
-        // A selection of literals only deletes nothing, but the native edit has removed
-        // them from the window: the text is refreshed whenever it no longer matches.
-        CString sShown;
-        int nLength = ::GetWindowTextLengthW(m_hWnd);
-        ::GetWindowTextW(m_hWnd, sShown.GetBuffer(nLength + 1), nLength + 1);
-        sShown.ReleaseBuffer();
-        if (bDeleted || sShown != GetFormattedText())
-            Update(bDeleted ? s : nStart);
-        break;
-    }
-    case WM_PASTE:
-    case EM_REPLACESEL: {
-        // A text put in by the application replaces the selection as a paste would.
-        CString sText;
-        int nLength = ::GetWindowTextLengthW(m_hWnd);
-        ::GetWindowTextW(m_hWnd, sText.GetBuffer(nLength + 1), nLength + 1);
-        sText.ReleaseBuffer();
-        int nLeft = m_arrLeftLiterals.GetLength(), nRight = m_arrRightLiterals.GetLength();
-        if (nLeft > 0 && sText.Left(nLeft) == m_arrLeftLiterals)
-            sText = sText.Mid(nLeft);
-        if (nRight > 0 && sText.GetLength() >= nRight && sText.Right(nRight) == m_arrRightLiterals)
-            sText = sText.Left(sText.GetLength() - nRight);
-        m_arrInputData.Empty();
-        SetInputData(sText, 0);
-        SetCaret(nStart);
-        break;
-    }
-    default:
-        break;
-    }
+    LRESULT lResult = Default();
+    int s = nStart, e = nEnd;
+    bool bDeleted = DeleteRange(s, e) != 0;
+    // A cut always shows the input again. A selection of literals only deletes nothing,
+    // but the native edit has removed them from the window: a clear refreshes whenever the
+    // text no longer matches.
+    if (bCut || bDeleted || ShownText() != GetFormattedText())
+        Update(bDeleted ? s : nStart);
     return lResult;
 }
 
-LRESULT KxUiOXEdit::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
+LRESULT KxUiOXEdit::OnPaste(WPARAM, LPARAM)
 {
-    switch (message) {
-    case WM_CHAR:
-        return OnChar(wParam, lParam);
-    case WM_KEYDOWN:
-        return OnKeyDown(wParam, lParam);
-    case WM_SETTEXT:
-        return OnSetText(reinterpret_cast<LPCTSTR>(lParam));
-    case WM_CUT:
-    case WM_CLEAR:
-    case WM_PASTE:
-    case EM_REPLACESEL:
-        return OnClipboard(message, wParam, lParam);
-    case WM_UNDO:
-    case EM_UNDO:
-        // The native undo would restore a text the input data knows nothing of.
-        return FALSE;
-    case WM_LBUTTONDOWN: {
-        LRESULT lResult = CEdit::WindowProc(message, wParam, lParam);
-        int nStart, nEnd;
-        GetSelection(nStart, nEnd);
-        if (nStart == nEnd && !IsInputPosition(nStart))
-            SetCaret(nStart);
-        return lResult;
-    }
-    case WM_SETFOCUS: {
-        LRESULT lResult = CEdit::WindowProc(message, wParam, lParam);
-        if (!m_bHighlightOnSetFocus) {
-            int nStart, nEnd;
-            GetSelection(nStart, nEnd);
-            int nLength = ::GetWindowTextLengthW(m_hWnd);
-            if (nStart == 0 && nEnd == nLength && nLength > 0)
-                SetCaret(0);
-        }
-        if (m_font.m_hObject != nullptr) {
-            m_bSettingFont = 1;
-            ::SendMessageW(m_hWnd, WM_SETFONT, reinterpret_cast<WPARAM>(m_font.m_hObject), TRUE);
-            m_bSettingFont = 0;
-        }
-        return lResult;
-    }
-    case WM_SETFONT:
-        if (!m_bSettingFont)
-            SaveFont(reinterpret_cast<HFONT>(wParam));
-        break;
-    default:
-        break;
-    }
-    return CEdit::WindowProc(message, wParam, lParam);
+    // A text put in by the application (EM_REPLACESEL) replaces the selection as a paste.
+    if (GetCurrentMessage()->message == WM_PASTE && (styleOf(m_hWnd) & ES_READONLY))
+        return Default();
+    int nStart, nEnd;
+    GetSelection(nStart, nEnd);
+    LRESULT lResult = Default();
+    CString sText = ShownText();
+    int nLeft = m_arrLeftLiterals.GetLength(), nRight = m_arrRightLiterals.GetLength();
+    if (nLeft > 0 && sText.Left(nLeft) == m_arrLeftLiterals)
+        sText = sText.Mid(nLeft);
+    if (nRight > 0 && sText.GetLength() >= nRight && sText.Right(nRight) == m_arrRightLiterals)
+        sText = sText.Left(sText.GetLength() - nRight);
+    m_arrInputData.Empty();
+    SetInputData(sText, 0);
+    SetCaret(nStart);
+    return lResult;
+}
+
+LRESULT KxUiOXEdit::OnUndo(WPARAM, LPARAM)
+{
+    return FALSE;
 }

@@ -1,34 +1,25 @@
 #include "KxUiOXNumericEdit.h"
 #include <algorithm>
 #include <cmath>
-#include <cwchar>
 #include <limits>
 #include <tchar.h>
 #include <type_traits>
 
 IMPLEMENT_DYNCREATE(KxUiOXNumericEdit, KxUiOXEdit)
 
+BEGIN_MESSAGE_MAP(KxUiOXNumericEdit, KxUiOXEdit)
+    ON_WM_CHAR()
+    ON_WM_CTLCOLOR_REFLECT()
+END_MESSAGE_MAP()
+
 namespace {
 
-const TCHAR kPlaceholder[] = _T("1.1");
-// Most fractional (and integer limit) digits a setting takes.
-const int kMaxFraction = 100;
-
-bool isDigit(TCHAR ch)
+CString escapeLiteral(const CString& s)
 {
-    return ch >= _T('0') && ch <= _T('9');
+    CString t = s;
+    t.Replace(_T("#"), _T("##"));
+    return t;
 }
-
-// A separator must not be confused with the number itself or break the single line.
-bool isSeparatorChar(TCHAR ch)
-{
-    return ch >= 0x20 && ch != 0x7F && ch != _T('-') && ch != _T('+') && !::IsCharAlphaNumericW(ch);
-}
-
-// Negative formats by LOCALE_INEGNUMBER.
-const TCHAR* const kNegativeNumberFormats[] = {
-    _T("(1.1)"), _T("-1.1"), _T("- 1.1"), _T("1.1-"), _T("1.1 -"),
-};
 
 CString localeText(LCTYPE type)
 {
@@ -38,57 +29,15 @@ CString localeText(LCTYPE type)
     return CString(buf);
 }
 
-// The leading number of a locale text ("3;2;0" gives 3), -1 when it starts with none.
-int localeNumber(LCTYPE type)
-{
-    CString s = localeText(type);
-    if (s.IsEmpty() || !isDigit(s[0]))
-        return -1;
-    return _wtoi(s);
-}
-
-// Replaces the setting by the locale's value while it still equals the last locale value.
-template <typename T>
-void takeLocale(T& current, T& snapshot, const T& value)
-{
-    if (current == snapshot)
-        current = value;
-    snapshot = value;
-}
-
-// Length of the integer part: the text before its last decimal separator.
-int integerLength(const CString& s, TCHAR chDecimal)
-{
-    int n = s.ReverseFind(chDecimal);
-    return n >= 0 ? n : s.GetLength();
-}
-
-CString escapeLiteral(const CString& s)
-{
-    CString t = s;
-    t.Replace(_T("#"), _T("##"));
-    return t;
-}
-
 } // namespace
 
-KxUiOXNumericEdit::KxUiOXNumericEdit()
-    : m_chGroupSeparator(_T(',')),
-      m_nGroupLength(3),
-      m_chDecimalSeparator(_T('.')),
-      m_bShowLeadingZero(1),
-      m_nFractionalDigitCount(2),
-      m_bInfiniteFractionalDigitCount(false),
-      m_nDecimalDigitCount(-1),
-      m_sNegativeFormat(_T("-1.1")),
-      m_sPositiveFormat(_T("1.1")),
-      m_clrNegativeText(m_clrText),
-      m_dValue(0.0),
-      m_bNegative(0),
-      m_bFullStopIsSeparator(1)
+KxUiOXNumericEdit::KxUiOXNumericEdit() : KxUiOXNumericEdit(KxUiNumberModel::kindNumber)
 {
-    m_locale = {m_chGroupSeparator, m_nGroupLength, m_chDecimalSeparator, m_bShowLeadingZero,
-                m_nFractionalDigitCount, m_sNegativeFormat, m_sPositiveFormat};
+}
+
+KxUiOXNumericEdit::KxUiOXNumericEdit(KxUiNumberModel::Kind kind)
+    : m_number(kind), m_clrNegativeText(m_clrText)
+{
     ValidateInput();
 }
 
@@ -97,97 +46,79 @@ KxUiOXNumericEdit::~KxUiOXNumericEdit() = default;
 // ---------------------------------------------------------------------------------------
 // Settings
 
-void KxUiOXNumericEdit::Reformat(TCHAR chOldDecimal)
+void KxUiOXNumericEdit::Reformat()
 {
-    // Keep the digits and the separator (in its new form); group separators come back from
-    // validation.
-    CString s;
-    for (int i = 0; i < m_arrInputData.GetLength(); ++i) {
-        TCHAR ch = m_arrInputData[i];
-        if (isDigit(ch))
-            s += ch;
-        else if (ch == chOldDecimal)
-            s += m_chDecimalSeparator;
-    }
-    m_arrInputData = s;
+    m_arrInputData = m_number.GetText();
     ValidateInput();
     Update(-1);
 }
 
 BOOL KxUiOXNumericEdit::SetGroupSeparator(TCHAR chSeparator)
 {
-    if (!isSeparatorChar(chSeparator) || chSeparator == m_chDecimalSeparator)
+    if (!m_number.SetGroupSeparator(chSeparator))
         return FALSE;
-    m_chGroupSeparator = chSeparator;
-    Reformat(m_chDecimalSeparator);
+    Reformat();
     return TRUE;
 }
 
 BOOL KxUiOXNumericEdit::SetGroupLength(int nLength)
 {
-    if (nLength < 0 || nLength > kMaxFraction)
+    if (!m_number.SetGroupLength(nLength))
         return FALSE;
-    m_nGroupLength = nLength;
-    Reformat(m_chDecimalSeparator);
+    Reformat();
     return TRUE;
 }
 
 BOOL KxUiOXNumericEdit::SetDecimalSeparator(TCHAR chSeparator)
 {
-    if (!isSeparatorChar(chSeparator) || chSeparator == m_chGroupSeparator)
+    if (!m_number.SetDecimalSeparator(chSeparator))
         return FALSE;
-    TCHAR chOld = m_chDecimalSeparator;
-    m_chDecimalSeparator = chSeparator;
-    Reformat(chOld);
+    Reformat();
     return TRUE;
 }
 
 BOOL KxUiOXNumericEdit::SetShowLeadingZero(BOOL bShow)
 {
-    m_bShowLeadingZero = bShow != FALSE;
-    Reformat(m_chDecimalSeparator);
+    m_number.SetShowLeadingZero(bShow != FALSE);
+    Reformat();
     return TRUE;
 }
 
 BOOL KxUiOXNumericEdit::SetFractionalDigitCount(int nCount)
 {
-    if (nCount < 0 || nCount > kMaxFraction)
+    if (!m_number.SetFractionalDigitCount(nCount))
         return FALSE;
-    m_nFractionalDigitCount = nCount;
-    Reformat(m_chDecimalSeparator);
+    Reformat();
     return TRUE;
 }
 
 void KxUiOXNumericEdit::setInfiniteFractionalDigitCount(bool bInfinite)
 {
-    m_bInfiniteFractionalDigitCount = bInfinite;
-    Reformat(m_chDecimalSeparator);
+    m_number.SetInfiniteFractionalDigitCount(bInfinite);
+    Reformat();
 }
 
 BOOL KxUiOXNumericEdit::SetDecimalDigitCount(int nCount)
 {
-    if (nCount < -1 || nCount > kMaxFraction)
+    if (!m_number.SetDecimalDigitCount(nCount))
         return FALSE;
-    m_nDecimalDigitCount = nCount;
-    Reformat(m_chDecimalSeparator);
+    Reformat();
     return TRUE;
 }
 
 BOOL KxUiOXNumericEdit::SetPositiveFormat(LPCTSTR lpszFormat)
 {
-    if (lpszFormat == nullptr || _tcsstr(lpszFormat, kPlaceholder) == nullptr)
+    if (!m_number.SetPositiveFormat(lpszFormat))
         return FALSE;
-    m_sPositiveFormat = lpszFormat;
-    ChangeSign(m_bNegative);
+    ChangeSign(m_number.IsNegative());
     return TRUE;
 }
 
 BOOL KxUiOXNumericEdit::SetNegativeFormat(LPCTSTR lpszFormat)
 {
-    if (lpszFormat == nullptr || _tcsstr(lpszFormat, kPlaceholder) == nullptr)
+    if (!m_number.SetNegativeFormat(lpszFormat))
         return FALSE;
-    m_sNegativeFormat = lpszFormat;
-    ChangeSign(m_bNegative);
+    ChangeSign(m_number.IsNegative());
     return TRUE;
 }
 
@@ -198,81 +129,64 @@ void KxUiOXNumericEdit::SetNegativeTextColor(COLORREF clr, BOOL bRedraw)
         ::InvalidateRect(m_hWnd, nullptr, TRUE);
 }
 
+BOOL KxUiOXNumericEdit::GetLocaleSettings()
+{
+    m_number.ImportLocale();
+    Reformat();
+    return TRUE;
+}
+
 // ---------------------------------------------------------------------------------------
 // Sign and literals
 
 void KxUiOXNumericEdit::SetLiterals(const CString& sBefore, const CString& sAfter)
 {
-    CString sMask = escapeLiteral(sBefore) + _T("#") + escapeLiteral(sAfter);
-    if (sMask == m_sMask && sBefore == m_arrLeftLiterals && sAfter == m_arrRightLiterals)
+    if (sBefore == m_arrLeftLiterals && sAfter == m_arrRightLiterals)
         return;
-    ParseMask(sMask);
+    m_arrLeftLiterals = sBefore;
+    m_arrRightLiterals = sAfter;
+    // The mask that describes the literals, for GetMask. A right literal that begins with
+    // "#" has no exact mask ("#" right after the input marker would pair with it), which
+    // is why the literals are set here and not parsed back from this text.
+    m_sMask = escapeLiteral(sBefore) + _T("#") + escapeLiteral(sAfter);
     Update(-1);
+}
+
+CString KxUiOXNumericEdit::ExpandFormatLiteral(const CString& sFormatPart) const
+{
+    return sFormatPart;
 }
 
 BOOL KxUiOXNumericEdit::UpdateMask()
 {
-    const CString& sFormat = CurrentFormat();
-    int nAt = sFormat.Find(kPlaceholder);
-    if (nAt < 0)
+    CString sBefore, sAfter;
+    if (!KxUiNumberModel::SplitFormat(m_number.GetCurrentFormat(), sBefore, sAfter))
         return FALSE;
-    SetLiterals(sFormat.Left(nAt), sFormat.Mid(nAt + 3));
+    SetLiterals(ExpandFormatLiteral(sBefore), ExpandFormatLiteral(sAfter));
     return TRUE;
 }
 
 int KxUiOXNumericEdit::ChangeSign(BOOL bNegative)
 {
     int nOldLeft = m_arrLeftLiterals.GetLength();
-    bool bColourChanges = (m_bNegative != 0) != (bNegative != FALSE);
-    m_bNegative = bNegative != FALSE;
-    m_dValue = m_bNegative ? -std::fabs(m_dValue) : std::fabs(m_dValue);
+    bool bColourChanges = m_number.IsNegative() != (bNegative != FALSE);
+    m_number.SetNegative(bNegative != FALSE);
     UpdateMask();
     if (bColourChanges && m_hWnd != nullptr)
         ::InvalidateRect(m_hWnd, nullptr, TRUE);
     return m_arrLeftLiterals.GetLength() - nOldLeft;
 }
 
-BOOL KxUiOXNumericEdit::OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult)
+HBRUSH KxUiOXNumericEdit::CtlColor(CDC* pDC, UINT nCtlColor)
 {
-    BOOL bHandled = KxUiOXEdit::OnChildNotify(message, wParam, lParam, pResult);
-    if (bHandled && m_bNegative && (message == WM_CTLCOLOREDIT || message == WM_CTLCOLORSTATIC))
-        ::SetTextColor(reinterpret_cast<HDC>(wParam), m_clrNegativeText);
-    return bHandled;
+    HBRUSH hBrush = KxUiOXEdit::CtlColor(pDC, nCtlColor);
+    if (hBrush != nullptr && m_number.IsNegative())
+        pDC->SetTextColor(m_clrNegativeText);
+    return hBrush;
 }
 
 // ---------------------------------------------------------------------------------------
 // Number
-
-int KxUiOXNumericEdit::GetDecimalDigitsInserted() const
-{
-    int nCount = 0;
-    for (int i = 0; i < m_arrInputData.GetLength() && m_arrInputData[i] != m_chDecimalSeparator; ++i)
-        nCount += isDigit(m_arrInputData[i]);
-    return nCount;
-}
-
-int KxUiOXNumericEdit::GetFractionalDigitsInserted() const
-{
-    int nSep = m_arrInputData.Find(m_chDecimalSeparator);
-    int nCount = 0;
-    for (int i = nSep + 1; nSep >= 0 && i < m_arrInputData.GetLength(); ++i)
-        nCount += isDigit(m_arrInputData[i]);
-    return nCount;
-}
-
-int KxUiOXNumericEdit::GetFractionalDigitsInsertedDifferentZero() const
-{
-    int nSep = m_arrInputData.Find(m_chDecimalSeparator);
-    int nCount = 0, nUpToNonZero = 0;
-    for (int i = nSep + 1; nSep >= 0 && i < m_arrInputData.GetLength(); ++i) {
-        if (!isDigit(m_arrInputData[i]))
-            continue;
-        ++nCount;
-        if (m_arrInputData[i] != _T('0'))
-            nUpToNonZero = nCount;
-    }
-    return nUpToNonZero;
-}
 
 int KxUiOXNumericEdit::FindSymbol(TCHAR ch) const
 {
@@ -283,8 +197,8 @@ int KxUiOXNumericEdit::FindSymbol(TCHAR ch) const
 CString KxUiOXNumericEdit::GetInputData() const
 {
     CString s = m_arrInputData;
-    if (m_nGroupLength > 0)
-        s.Remove(m_chGroupSeparator);
+    if (m_number.GetGroupLength() > 0)
+        s.Remove(m_number.GetGroupSeparator());
     return s;
 }
 
@@ -293,135 +207,35 @@ BOOL KxUiOXNumericEdit::IsInputData(int nPosition) const
     if (!KxUiOXEdit::IsInputData(nPosition))
         return FALSE;
     TCHAR ch = m_arrInputData[nPosition - m_arrLeftLiterals.GetLength()];
-    return ch != m_chDecimalSeparator && ch != m_chGroupSeparator;
+    return ch != m_number.GetDecimalSeparator() && ch != m_number.GetGroupSeparator();
 }
 
 int KxUiOXNumericEdit::ValidateInput()
 {
-    const TCHAR chDec = m_chDecimalSeparator;
-    const CString sOld = m_arrInputData;
-    const int nOldInteger = integerLength(sOld, chDec);
-
-    // 1. An infinite fraction always offers one spare position after its last non-zero digit.
-    if (m_bInfiniteFractionalDigitCount) {
-        int nSep = sOld.ReverseFind(chDec);
-        int nDigits = 0, nUpToNonZero = 0;
-        for (int i = nSep + 1; nSep >= 0 && i < sOld.GetLength(); ++i) {
-            if (!isDigit(sOld[i]))
-                continue;
-            ++nDigits;
-            if (sOld[i] != _T('0'))
-                nUpToNonZero = nDigits;
-        }
-        // Moving the count one step per change (down while it exceeds the digits by more
-        // than one, up when the digits reach it) only settles at digits + 1; it is settled at
-        // once, so that a pasted fraction keeps its digits and a text set from outside does
-        // not show a trail of zeros that shrinks one keystroke at a time.
-        m_nFractionalDigitCount = std::min(nUpToNonZero + 1, kMaxFraction);
-    }
-
-    // 2. Digits only, plus the last decimal separator; a leading "-" asks for a negative number.
-    CString s;
-    bool bTypedNegative = false, bSeparatorKept = false;
-    for (int i = sOld.GetLength() - 1; i >= 0; --i) {
-        TCHAR ch = sOld[i];
-        if (isDigit(ch)) {
-            s.Insert(0, ch);
-        } else if (ch == chDec && !bSeparatorKept) {
-            s.Insert(0, ch);
-            bSeparatorKept = true;
-        } else if (ch == _T('-') && i == 0) {
-            bTypedNegative = true;
-        }
-    }
-
-    // 3. No leading zeros in front of another integer digit.
-    int nInt = integerLength(s, chDec);
-    while (nInt >= 2 && s[0] == _T('0')) {
-        s.Delete(0);
-        --nInt;
-    }
-    const CString sBeforeFormat = s;
-
-    // 4. No more fractional digits than the count.
-    int nSep = s.Find(chDec);
-    if (nSep >= 0 && s.GetLength() - nSep - 1 > m_nFractionalDigitCount)
-        s = s.Left(nSep + 1 + m_nFractionalDigitCount);
-
-    // 5. No more integer digits than the limit: the first ones go. A zero that comes to the
-    // front this way goes too, as in step 3.
-    if (m_nDecimalDigitCount != -1 && nInt > 0 && s[0] != _T('0') && nInt > m_nDecimalDigitCount) {
-        s.Delete(0, nInt - m_nDecimalDigitCount);
-        nInt = m_nDecimalDigitCount;
-        while (nInt >= 2 && s[0] == _T('0')) {
-            s.Delete(0);
-            --nInt;
-        }
-    }
-
-    // 6. Separator, padding and leading zero.
-    if (m_nFractionalDigitCount > 0) {
-        nSep = s.Find(chDec);
-        if (nSep < 0) {
-            nSep = s.GetLength();
-            s += chDec;
-        }
-        int nFraction = s.GetLength() - nSep - 1;
-        for (; nFraction < m_nFractionalDigitCount; ++nFraction)
-            s += _T('0');
-        if (nInt == 0 && m_bShowLeadingZero) {
-            s.Insert(0, _T('0'));
-            nInt = 1;
-        } else if (nInt == 1 && s[0] == _T('0') && !m_bShowLeadingZero) {
-            s.Delete(0);
-            nInt = 0;
-        }
-    } else {
-        s.Remove(chDec);
-        if (nInt == 0 && m_bShowLeadingZero) {
-            s.Insert(0, _T('0'));
-            nInt = 1;
-        }
-    }
-
-    // 7. Group separators, counted leftwards from the decimal separator.
-    if (m_nGroupLength > 0) {
-        for (int i = nInt - m_nGroupLength; i > 0; i -= m_nGroupLength)
-            s.Insert(i, m_chGroupSeparator);
-    }
-
-    m_arrInputData = s;
-    // 8. The sign: asked for by a typed "-", else as it was.
-    ChangeSign(bTypedNegative ? TRUE : m_bNegative);
-    // 9.
-    if (s != sBeforeFormat)
+    // The model normalises the input and reads its value; a "-" typed in front makes the
+    // number negative. The literals follow the sign.
+    const CString sRaw = m_arrInputData;
+    const bool bWasNegative = m_number.IsNegative();
+    int nShift = m_number.SetText(sRaw);
+    m_arrInputData = m_number.GetText();
+    ChangeSign(m_number.IsNegative());
+    if (bWasNegative != m_number.IsNegative() && m_hWnd != nullptr)
+        ::InvalidateRect(m_hWnd, nullptr, TRUE); // the negative text colour
+    if (m_arrInputData != sRaw)
         Update(-1);
-
-    // 10. The value. Only with grouping on is the separator turned into the full stop that
-    // wcstod reads; without grouping a separator other than "." ends the number there.
-    CString sValue = GetInputData();
-    if (m_nGroupLength > 0)
-        sValue.Replace(chDec, _T('.'));
-    m_dValue = wcstod(sValue, nullptr);
-    if (m_bNegative)
-        m_dValue = -m_dValue;
-
-    // The caret shift is the change of the integer part: padding or truncating the
-    // fraction behind the caret must not move it, or typing into an infinite fraction
-    // would jump over the spare position it has just been offered.
-    return integerLength(s, chDec) - nOldInteger;
+    return nShift;
 }
 
 void KxUiOXNumericEdit::DeleteContents()
 {
     KxUiOXEdit::DeleteContents();
-    m_dValue = 0.0;
+    m_number.SetText(CString());
 }
 
 void KxUiOXNumericEdit::EmptyData(BOOL bOnlyInput)
 {
     // The number is emptied to zero; the literals always come back from the formats.
-    m_bNegative = 0;
+    m_number.SetNegative(false);
     KxUiOXEdit::EmptyData(bOnlyInput);
     ValidateInput();
     Update(-1);
@@ -429,29 +243,10 @@ void KxUiOXNumericEdit::EmptyData(BOOL bOnlyInput)
 
 BOOL KxUiOXNumericEdit::SetValue(double dValue)
 {
-    if (!std::isfinite(dValue))
+    if (!m_number.SetValue(dValue))
         return FALSE;
-    double dAbs = std::fabs(dValue);
-    if (dAbs >= 1e300)
-        return FALSE;
-    WCHAR buf[420]; // 300 integer digits, a separator and up to 101 fractional ones
-
-    int nDigits = m_nFractionalDigitCount;
-    if (m_bInfiniteFractionalDigitCount) {
-        // The fewest fractional digits (up to 15) that give the value back, and a spare one.
-        for (nDigits = 0; nDigits < 15; ++nDigits) {
-            swprintf(buf, 420, L"%.*f", nDigits, dAbs);
-            if (wcstod(buf, nullptr) == dAbs)
-                break;
-        }
-        m_nFractionalDigitCount = nDigits + 1;
-    }
-    swprintf(buf, 420, L"%.*f", nDigits, dAbs);
-    CString sText(buf);
-    sText.Replace(_T('.'), m_chDecimalSeparator);
-    m_bNegative = dValue < 0;
-    m_arrInputData.Empty();
-    return SetInputData(sText, 0);
+    Reformat();
+    return TRUE;
 }
 
 int KxUiOXNumericEdit::DeleteRange(int& nSelectionStart, int& nSelectionEnd)
@@ -502,21 +297,20 @@ int KxUiOXNumericEdit::Place(int nPos, TCHAR ch, bool bReplace)
 
 int KxUiOXNumericEdit::TranslateSymbol(int nPos, TCHAR ch, BOOL bOverwrite)
 {
-    const TCHAR chDec = m_chDecimalSeparator;
-    bool bDecimal = ch == chDec || (ch == _T('.') && m_bFullStopIsSeparator);
-    if (!isDigit(ch) && !bDecimal && ch != _T('-'))
+    if (!m_number.AcceptsKey(ch))
         return -1;
+    const TCHAR chDec = m_number.GetDecimalSeparator();
 
     if (ch == _T('-')) {
-        int nShift = ChangeSign(!m_bNegative);
+        int nShift = ChangeSign(!m_number.IsNegative());
         // The caller puts the caret after the returned position. When the caret stands at
         // position 0 and the literals keep their length, that would be -1 (a refusal): the
         // sign change is made, so the caret goes one place on instead.
         return std::max(nPos + nShift - 1, 0);
     }
 
-    if (bDecimal) {
-        if (m_nFractionalDigitCount == 0)
+    if (m_number.IsDecimalKey(ch)) {
+        if (m_number.GetFractionalDigitCount() == 0)
             return -1;
         int nSep = FindSymbol(chDec);
         if (nSep >= 0)
@@ -535,9 +329,8 @@ int KxUiOXNumericEdit::TranslateSymbol(int nPos, TCHAR ch, BOOL bOverwrite)
                 // Overwriting the first digit with a zero drops it. When what follows is
                 // another digit the zero would not show, and the keystroke is refused
                 // without changing anything.
-                CString sSaved = m_arrInputData;
-                int nSavedCount = m_nFractionalDigitCount;
-                double dSaved = m_dValue;
+                const CString sSaved = m_arrInputData;
+                const KxUiNumberModel saved = m_number;
                 m_arrInputData.Delete(0);
                 ValidateInput();
                 if (!m_arrInputData.IsEmpty() && (m_arrInputData[0] == _T('0') || m_arrInputData[0] == chDec)) {
@@ -545,8 +338,7 @@ int KxUiOXNumericEdit::TranslateSymbol(int nPos, TCHAR ch, BOOL bOverwrite)
                     return nPos;
                 }
                 m_arrInputData = sSaved;
-                m_nFractionalDigitCount = nSavedCount;
-                m_dValue = dSaved;
+                m_number = saved;
                 Update(-1);
                 return -1;
             }
@@ -562,66 +354,43 @@ int KxUiOXNumericEdit::TranslateSymbol(int nPos, TCHAR ch, BOOL bOverwrite)
 
     int nSep = FindSymbol(chDec);
     if (nSep >= 0 && nSep < nPos) {
-        if (GetFractionalDigitsInserted() >= m_nFractionalDigitCount)
-            return Place(nPos, ch, true);
-        return Place(nPos, ch, false);
+        // A complete fraction takes a digit over the one at the caret. An infinite one
+        // grows by insertion, except over the lone "0" that only holds its place: typing
+        // 1 into "1.0" gives "1.1", not "1.10".
+        if (!m_number.GetInfiniteFractionalDigitCount())
+            return Place(nPos, ch, m_number.GetFractionalDigitsShown() >= m_number.GetFractionalDigitCount());
+        const bool bPadding = nPos == nSep + 1 && m_number.GetFractionalDigitsShown() == 1 &&
+                              m_number.GetSignificantFractionalDigits() == 0;
+        return Place(nPos, ch, bPadding);
     }
     // In the integer part a lone "0" is replaced, whether or not a fraction follows it:
     // typing into a fresh "0.00" gives "1.00", not "10.00".
-    int nInt = GetDecimalDigitsInserted();
+    int nInt = m_number.GetIntegerDigitCount();
     if (nInt == 1 && m_arrInputData[0] == _T('0'))
         return Place(nLeft, ch, true);
     // At the digit limit a digit over another replaces it; at the end of the integer part
     // (where no digit stands) it is inserted and the first digit drops out.
-    if (m_nDecimalDigitCount != -1 && nInt >= m_nDecimalDigitCount && IsInputData(nPos))
+    const int nLimit = m_number.GetDecimalDigitCount() == -1 ? KxUiNumberModel::kMaxIntegerDigits
+                                                             : m_number.GetDecimalDigitCount();
+    if (nInt >= nLimit && IsInputData(nPos))
         return Place(nPos, ch, true);
     return Place(nPos, ch, false);
 }
 
-// ---------------------------------------------------------------------------------------
-// Locale
-
-// The format a locale number selects from a table; the snapshot's when there is none.
-CString KxUiOXNumericEdit::LocaleFormat(const LocaleFormats& formats, const CString& sSnapshot)
+void KxUiOXNumericEdit::OnChar(UINT nChar, UINT nRepCnt, UINT nFlags)
 {
-    int nIndex = formats.table != nullptr ? localeNumber(formats.type) : -1;
-    return nIndex >= 0 && nIndex < formats.count ? CString(formats.table[nIndex]) : sSnapshot;
-}
-
-void KxUiOXNumericEdit::ImportLocale(const LCTYPE types[5], const LocaleFormats& negative,
-                                     const LocaleFormats& positive)
-{
-    const TCHAR chOldDecimal = m_chDecimalSeparator, chOldGroup = m_chGroupSeparator;
-    CString sDecimal = localeText(types[0]), sGroup = localeText(types[1]);
-    if (!sDecimal.IsEmpty() && isSeparatorChar(sDecimal[0]))
-        takeLocale(m_chDecimalSeparator, m_locale.chDecimalSeparator, sDecimal[0]);
-    if (!sGroup.IsEmpty() && isSeparatorChar(sGroup[0]))
-        takeLocale(m_chGroupSeparator, m_locale.chGroupSeparator, sGroup[0]);
-    if (m_chGroupSeparator == m_chDecimalSeparator) {
-        // A locale value meeting a separator the application chose: both stay as they were.
-        m_chDecimalSeparator = chOldDecimal;
-        m_chGroupSeparator = chOldGroup;
+    // A character the number can never take does not delete the selection it is typed
+    // over: it is refused before anything changes.
+    if (nChar >= 0x20 && nChar != 0x7F && !(::GetWindowLongPtrW(m_hWnd, GWL_STYLE) & ES_READONLY) &&
+        !m_number.AcceptsKey(static_cast<TCHAR>(nChar))) {
+        int nStart, nEnd;
+        GetSelection(nStart, nEnd);
+        if (nStart != nEnd) {
+            ValidationError();
+            return;
+        }
     }
-    int nLeadingZero = localeNumber(types[2]);
-    if (nLeadingZero >= 0)
-        takeLocale(m_bShowLeadingZero, m_locale.bShowLeadingZero, nLeadingZero ? 1 : 0);
-    int nGroup = localeNumber(types[3]);
-    if (nGroup >= 0 && nGroup <= kMaxFraction)
-        takeLocale(m_nGroupLength, m_locale.nGroupLength, nGroup);
-    int nDigits = localeNumber(types[4]);
-    if (nDigits >= 0 && nDigits <= kMaxFraction)
-        takeLocale(m_nFractionalDigitCount, m_locale.nFractionalDigitCount, nDigits);
-    takeLocale(m_sNegativeFormat, m_locale.sNegativeFormat, LocaleFormat(negative, m_locale.sNegativeFormat));
-    takeLocale(m_sPositiveFormat, m_locale.sPositiveFormat, LocaleFormat(positive, m_locale.sPositiveFormat));
-    Reformat(chOldDecimal);
-}
-
-BOOL KxUiOXNumericEdit::GetLocaleSettings()
-{
-    static const LCTYPE types[5] = {LOCALE_SDECIMAL, LOCALE_STHOUSAND, LOCALE_ILZERO,
-                                    LOCALE_SGROUPING, LOCALE_IDIGITS};
-    ImportLocale(types, {LOCALE_INEGNUMBER, kNegativeNumberFormats, 5}, {0, nullptr, 0});
-    return TRUE;
+    KxUiOXEdit::OnChar(nChar, nRepCnt, nFlags);
 }
 
 // ---------------------------------------------------------------------------------------
@@ -653,25 +422,6 @@ BOOL KxUiOXNumericEdit::CreateCellEditor(const RECT& rect, CWnd* pParentWnd, UIN
     ::SendMessageW(m_hWnd, EM_SETSEL, 0, -1);
     ::SendMessageW(m_hWnd, EM_SCROLLCARET, 0, 0);
     return TRUE;
-}
-
-LRESULT KxUiOXNumericEdit::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
-{
-    // A character the number can never take does not delete the selection it is typed
-    // over: it is refused before anything changes.
-    if (message == WM_CHAR && wParam >= 0x20 && wParam != 0x7F &&
-        !(::GetWindowLongPtrW(m_hWnd, GWL_STYLE) & ES_READONLY)) {
-        TCHAR ch = static_cast<TCHAR>(wParam);
-        bool bAccepted = isDigit(ch) || ch == _T('-') || ch == m_chDecimalSeparator ||
-                         (ch == _T('.') && m_bFullStopIsSeparator);
-        DWORD dwStart = 0, dwEnd = 0;
-        ::SendMessageW(m_hWnd, EM_GETSEL, reinterpret_cast<WPARAM>(&dwStart), reinterpret_cast<LPARAM>(&dwEnd));
-        if (!bAccepted && dwStart != dwEnd) {
-            ValidationError();
-            return 0;
-        }
-    }
-    return KxUiOXEdit::WindowProc(message, wParam, lParam);
 }
 
 // ---------------------------------------------------------------------------------------

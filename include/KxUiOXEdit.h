@@ -82,9 +82,32 @@ public:
     virtual int GetPreviousInputLocation(int nSelectionStart);
 
 protected:
-    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
-    BOOL OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult) override;
     void PreSubclassWindow() override;
+
+    // Message handlers. A derived control adds or overrides one with one map entry; each
+    // falls back to the native edit (Default) where the control has nothing to add.
+    // Typed characters go into the input area through InsertAt and SetAt.
+    afx_msg void OnChar(UINT nChar, UINT nRepCnt, UINT nFlags);
+    // Delete, caret keys kept in the input area, Insert toggling the mode.
+    afx_msg void OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags);
+    afx_msg void OnLButtonDown(UINT nFlags, CPoint point);
+    afx_msg void OnSetFocus(CWnd* pOldWnd);
+    // A text set from outside becomes the input; the control's own text goes through.
+    afx_msg LRESULT OnSetText(WPARAM wParam, LPARAM lParam);
+    afx_msg LRESULT OnSetFont(WPARAM wParam, LPARAM lParam);
+    afx_msg LRESULT OnCut(WPARAM wParam, LPARAM lParam);
+    afx_msg LRESULT OnClear(WPARAM wParam, LPARAM lParam);
+    // Paste and EM_REPLACESEL: the native edit inserts, then the input is read back.
+    afx_msg LRESULT OnPaste(WPARAM wParam, LPARAM lParam);
+    // WM_UNDO and EM_UNDO are refused: the native undo would restore a text the input
+    // data knows nothing of.
+    afx_msg LRESULT OnUndo(WPARAM wParam, LPARAM lParam);
+    // The native edit's EN_UPDATE and EN_CHANGE while the control writes its own text are
+    // swallowed; the control sends its own once the text is in place.
+    afx_msg BOOL OnNativeUpdate();
+    // Text and background colours (a disabled control keeps the system's look).
+    afx_msg HBRUSH CtlColor(CDC* pDC, UINT nCtlColor);
+    DECLARE_MESSAGE_MAP()
 
     // Writes the formatted text into the window; a caret of -1 leaves the caret alone.
     void Update(int nCaret = -1);
@@ -113,10 +136,10 @@ protected:
     int m_bSettingFont;
 
 private:
-    LRESULT OnChar(WPARAM nChar, LPARAM lParam);
-    LRESULT OnKeyDown(WPARAM nKey, LPARAM lParam);
-    LRESULT OnSetText(LPCTSTR lpszText);
-    LRESULT OnClipboard(UINT message, WPARAM wParam, LPARAM lParam);
+    // The text the window shows now.
+    CString ShownText() const;
+    // The native cut or clear, then the same characters out of the input data.
+    LRESULT CutOrClear(bool bCut);
     void NotifyParent(UINT nCode);
     int DeleteMoving(int nStart, int nEnd, int nStep, int nLimit);
     void AttachToolTip();

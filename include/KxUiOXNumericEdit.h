@@ -1,62 +1,88 @@
 // KxUiOXNumericEdit and KxUiOXCurrencyEdit: masked edits that hold a number.
 #pragma once
 #include "KxUiOXEdit.h"
+#include "KxUiNumberModel.h"
 
 // The input area holds digits, one decimal separator and the group separators the control
 // inserts itself. The text around the number comes from a display format, one for negative
 // and one for non-negative values, in which "1.1" stands for the number: "-1.1", "(1.1)",
 // "1.1 -". The value follows every keystroke.
+//
+// The number itself (settings, formats, parsing, normalising, the value) is a
+// KxUiNumberModel; this class is the window layer over it: it maps keystrokes and caret
+// positions onto the number and shows the model's text between the format's literals.
+//
+// A new control starts with the documented defaults (group ",", groups of 3, decimal ".",
+// 2 fractional digits, formats "1.1" and "-1.1"), whatever the user's locale is. Call
+// GetLocaleSettings() to take the user's locale instead; it keeps what the application set.
+//
+//     KxUiOXNumericEdit m_amount;
+//     m_amount.Create(WS_CHILD | WS_VISIBLE | WS_BORDER | WS_TABSTOP, rect, this, IDC_AMOUNT);
+//     m_amount.GetLocaleSettings();            // the user's separators and formats
+//     m_amount.SetDecimalDigitCount(7);        // at most 7 integer digits
+//     m_amount.SetValue(1234.5);               // "1,234.50" in an English locale
+//     double d = m_amount.GetValue();
+//
+// Derived controls override the overridables below, or add handlers with one message-map
+// entry: the keystroke filter (OnChar) is a protected handler like the masked edit's.
 class KXUI_API KxUiOXNumericEdit : public KxUiOXEdit {
     DECLARE_DYNCREATE(KxUiOXNumericEdit)
 public:
     KxUiOXNumericEdit();
     ~KxUiOXNumericEdit() override;
 
-    // Settings; each reformats the present input. Refused (false) are separators that are
-    // digits, "-", line breaks or equal to the other separator, and negative counts (the
-    // decimal digit count takes -1 for "no limit"). Counts above 100 are refused too.
+    // Settings; each reformats the present input (see KxUiNumberModel for what is refused).
+    // Two equal separators are never refused: the other separator takes the old value of
+    // the one being set.
     BOOL SetGroupSeparator(TCHAR chSeparator);
-    TCHAR GetGroupSeparator() const { return m_chGroupSeparator; }
+    TCHAR GetGroupSeparator() const { return m_number.GetGroupSeparator(); }
     BOOL SetGroupLength(int nLength);
-    int GetGroupLength() const { return m_nGroupLength; }
+    int GetGroupLength() const { return m_number.GetGroupLength(); }
     BOOL SetDecimalSeparator(TCHAR chSeparator);
-    TCHAR GetDecimalSeparator() const { return m_chDecimalSeparator; }
+    TCHAR GetDecimalSeparator() const { return m_number.GetDecimalSeparator(); }
     BOOL SetShowLeadingZero(BOOL bShow);
-    BOOL GetShowLeadingZero() const { return m_bShowLeadingZero; }
+    BOOL GetShowLeadingZero() const { return m_number.GetShowLeadingZero(); }
     BOOL SetFractionalDigitCount(int nCount);
-    int GetFractionalDigitCount() const { return m_nFractionalDigitCount; }
-    // With this on, one spare fractional position is always offered after the last
-    // non-zero fractional digit.
+    int GetFractionalDigitCount() const { return m_number.GetFractionalDigitCount(); }
+    // With this on, the fractional digit count follows the digits typed (at least 1), and a
+    // digit typed into the fraction is inserted (over the lone "0" of "1.0" it replaces it).
     void setInfiniteFractionalDigitCount(bool bInfinite);
-    bool getInfiniteFractionalDigitCount() const { return m_bInfiniteFractionalDigitCount; }
-    // Maximum number of integer digits, -1 for no limit.
+    bool getInfiniteFractionalDigitCount() const { return m_number.GetInfiniteFractionalDigitCount(); }
+    // Maximum number of integer digits, -1 for no limit (beyond KxUiNumberModel's
+    // kMaxIntegerDigits, the most a double holds, the first digits go).
     BOOL SetDecimalDigitCount(int nCount);
-    int GetDecimalDigitCount() const { return m_nDecimalDigitCount; }
-    CString GetNegativeFormat() const { return m_sNegativeFormat; }
-    CString GetPositiveFormat() const { return m_sPositiveFormat; }
+    int GetDecimalDigitCount() const { return m_number.GetDecimalDigitCount(); }
+    CString GetNegativeFormat() const { return m_number.GetNegativeFormat(); }
+    CString GetPositiveFormat() const { return m_number.GetPositiveFormat(); }
     // A typed full stop is taken as the decimal separator whatever that character is.
-    void SetFullStopIsSeparator(BOOL bOn) { m_bFullStopIsSeparator = bOn != FALSE; }
-    BOOL GetFullStopIsSeparator() const { return m_bFullStopIsSeparator; }
+    void SetFullStopIsSeparator(BOOL bOn) { m_number.SetFullStopIsSeparator(bOn != FALSE); }
+    BOOL GetFullStopIsSeparator() const { return m_number.GetFullStopIsSeparator(); }
 
     void SetNegativeTextColor(COLORREF clr, BOOL bRedraw = TRUE);
     COLORREF GetNegativeTextColor() const { return m_clrNegativeText; }
 
-    // Shows a number; false for infinities and NaN.
+    // Shows a number; false for infinities, NaN and magnitudes of 1e308 or more.
     BOOL SetValue(double dValue);
-    double GetValue() const { return m_dValue; }
-    BOOL IsNegative() const { return m_bNegative; }
+    // Never infinite: the integer part holds at most 308 digits.
+    double GetValue() const { return m_number.GetValue(); }
+    BOOL IsNegative() const { return m_number.IsNegative(); }
+    // The number behind the control (read-only: change it through the setters above).
+    const KxUiNumberModel& GetNumberModel() const { return m_number; }
 
     // Integer digits, fractional digits, and fractional digits up to the last non-zero one.
-    int GetDecimalDigitsInserted() const;
-    int GetFractionalDigitsInserted() const;
-    int GetFractionalDigitsInsertedDifferentZero() const;
+    int GetDecimalDigitsInserted() const { return m_number.GetIntegerDigitCount(); }
+    int GetFractionalDigitsInserted() const { return m_number.GetFractionalDigitsShown(); }
+    int GetFractionalDigitsInsertedDifferentZero() const { return m_number.GetSignificantFractionalDigits(); }
     // Real position of a character of the number, -1 when it has none.
     int FindSymbol(TCHAR ch) const;
+
+    // Takes the user's locale: separators, grouping, leading zero, fractional digits and
+    // the formats (the currency edit its currency items), keeping what the application set.
+    BOOL GetLocaleSettings() override;
 
     // KxUiOXEdit
     CString GetInputData() const override;
     void EmptyData(BOOL bOnlyInput = FALSE) override;
-    BOOL GetLocaleSettings() override;
     int ValidateInput() override;
     void DeleteContents() override;
     BOOL IsInputData(int nPosition) const override;
@@ -65,7 +91,8 @@ public:
     int SetAt(int nSelectionStart, TCHAR chNewChar) override;
 
     // Overridables added here, in this order.
-    // Rebuilds the literals around the number from the applicable format.
+    // Rebuilds the literals around the number from the applicable format, each part passed
+    // through ExpandFormatLiteral.
     virtual BOOL UpdateMask();
     // Formats must contain "1.1"; otherwise false and nothing changes.
     virtual BOOL SetPositiveFormat(LPCTSTR lpszFormat);
@@ -74,6 +101,9 @@ public:
     virtual int ChangeSign(BOOL bNegative);
     // Maps a typed character onto the number; the position used, or -1 when refused.
     virtual int TranslateSymbol(int nSelectionStart, TCHAR chNewChar, BOOL bOverwrite);
+    // The literal text shown for a part of a format (before or after "1.1"); the base shows
+    // it as it stands, the currency edit puts its name where "$" stands.
+    virtual CString ExpandFormatLiteral(const CString& sFormatPart) const;
 
     // Creates the control as the extended list sets up its numeric cell editor: no grouping
     // (separator space), the locale's decimal separator, leading zero, no integer limit,
@@ -82,57 +112,31 @@ public:
                           bool bInfiniteFractionalDigits, LPCTSTR lpszText);
 
 protected:
-    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
-    BOOL OnChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult) override;
+    // A model of the given kind (the currency edit's defaults and locale items).
+    explicit KxUiOXNumericEdit(KxUiNumberModel::Kind kind);
 
-    // Settings as last read from the locale (or the defaults): a setting is only replaced
-    // by a new locale value while the application has left it at the old one.
-    struct LocaleSnapshot {
-        TCHAR chGroupSeparator;
-        int nGroupLength;
-        TCHAR chDecimalSeparator;
-        int bShowLeadingZero;
-        int nFractionalDigitCount;
-        CString sNegativeFormat;
-        CString sPositiveFormat;
-    };
-    // A format chosen by a locale number from a table (no table: none).
-    struct LocaleFormats {
-        LCTYPE type;
-        const TCHAR* const* table;
-        int count;
-    };
-    static CString LocaleFormat(const LocaleFormats& formats, const CString& sSnapshot);
-    // Reads the locale items given (decimal, group, leading zero, grouping, digits) and the
-    // two formats into the settings.
-    void ImportLocale(const LCTYPE types[5], const LocaleFormats& negative, const LocaleFormats& positive);
-    // Sets the literals from the split format (prefix and suffix around "1.1").
+    // Refuses, before anything changes, a character the number can never take typed over a
+    // selection (so that it cannot delete the selection); the rest as the masked edit.
+    afx_msg void OnChar(UINT nChar, UINT nRepCnt, UINT nFlags);
+    // The masked edit's colours, with the negative text colour while the value is negative.
+    afx_msg HBRUSH CtlColor(CDC* pDC, UINT nCtlColor);
+    DECLARE_MESSAGE_MAP()
+
+    // Shows the model's text again after a setting changed.
+    void Reformat();
+    // Sets the literals around the number directly: a "#" in them is a literal on its own
+    // side, which a mask cannot always say (a right literal starting with "#").
     void SetLiterals(const CString& sBefore, const CString& sAfter);
-    // The format that applies to the present sign.
-    const CString& CurrentFormat() const { return m_bNegative ? m_sNegativeFormat : m_sPositiveFormat; }
     // Inserts or replaces through KxUiOXEdit; a change is never reported as -1.
     int Place(int nPos, TCHAR ch, bool bReplace);
-    // Normalises the input again after a setting changed; the decimal separator in the
-    // input is still chOldDecimal.
-    void Reformat(TCHAR chOldDecimal);
 
-    TCHAR m_chGroupSeparator;
-    int m_nGroupLength;
-    TCHAR m_chDecimalSeparator;
-    int m_bShowLeadingZero;
-    int m_nFractionalDigitCount;
-    bool m_bInfiniteFractionalDigitCount;
-    int m_nDecimalDigitCount;
-    CString m_sNegativeFormat;
-    CString m_sPositiveFormat;
+    KxUiNumberModel m_number;
     COLORREF m_clrNegativeText;
-    double m_dValue;
-    int m_bNegative;
-    int m_bFullStopIsSeparator;
-    LocaleSnapshot m_locale;
 };
 
 // A numeric edit with a currency symbol: in its formats "$" stands for the currency name.
+// Its defaults are the formats "$1.1" and "($1.1)"; GetLocaleSettings() reads the locale's
+// currency items (the currency name is never taken from the locale).
 class KXUI_API KxUiOXCurrencyEdit : public KxUiOXNumericEdit {
     DECLARE_DYNCREATE(KxUiOXCurrencyEdit)
 public:
@@ -143,12 +147,11 @@ public:
     BOOL SetCurrencyName(LPCTSTR lpszName);
     CString GetCurrencyName() const { return m_sCurrencyName; }
 
-    BOOL GetLocaleSettings() override;
-    BOOL UpdateMask() override;
+    // The currency name where the format has "$".
+    CString ExpandFormatLiteral(const CString& sFormatPart) const override;
 
 protected:
     CString m_sCurrencyName;
-    CString m_sLocaleCurrencyName;
 };
 
 // Dialog data exchange of a numeric edit's value: the control with the id must be a

@@ -25,5 +25,15 @@ for exe in "${programs[@]}"; do
     fi
     echo
 done
+# The long forms of the random stress runs the suites keep short.
+if [ -x "$build/bin/edits_tests.exe" ]; then
+    echo "== edits stress (long form)"
+    if ! KXUI_EDIT_STRESS_STEPS="${KXUI_EDIT_STRESS_STEPS:-20000}" \
+        run "$build/bin/edits_tests.exe" --gtest_brief=1 --gtest_filter='OXEditProperty.*'; then
+        echo "bench: edits stress failed" >&2
+        status=1
+    fi
+    echo
+fi
 run --stop
 exit $status

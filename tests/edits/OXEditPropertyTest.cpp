@@ -1,14 +1,30 @@
-// Random keystroke, key, selection, clipboard and text sequences against numeric and
-// currency edits (fixed seeds). After every step the shown text must be a well-formed
-// number in the control's formats, read back to the control's value, and agree with its
-// input data; a refused keystroke must change nothing.
+// Random keystroke, key, selection, clipboard, text and format sequences against masked,
+// numeric and currency edits (fixed seeds). After every step the shown text must be a
+// well-formed number in the control's formats, read back to the control's value (never
+// infinite), and agree with its input data; a refused keystroke must change nothing.
+//
+// The suite runs a short form (a few thousand steps per control). The long form runs
+// KXUI_EDIT_STRESS_STEPS steps per control, by hand or from `make bench`:
+//     KXUI_EDIT_STRESS_STEPS=100000 cmake/wine-run.sh build/bin/edits_tests.exe
+//         --gtest_filter='OXEditProperty.*'        (one command line)
+// Each run prints what it covered.
 #include "KxEditHost.h"
 #include "KxUiOXNumericEdit.h"
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <random>
 #include <sstream>
 
 namespace {
+
+// Steps per control: the short form unless the environment asks for more.
+int StressSteps()
+{
+    const char* env = std::getenv("KXUI_EDIT_STRESS_STEPS");
+    int n = env != nullptr ? std::atoi(env) : 0;
+    return n > 0 ? n : 1500;
+}
 
 // What the text of a numeric edit must look like under its present settings.
 struct Shape {
@@ -90,6 +106,8 @@ std::string Check(const Shape& s, const std::wstring& text, std::wstring& number
         return "leading zero shown while switched off";
     if (s.intLimit >= 0 && static_cast<int>(digits.size()) > std::max(s.intLimit, 1))
         return "too many integer digits";
+    if (static_cast<int>(digits.size()) > KxUiNumberModel::kMaxIntegerDigits)
+        return "more integer digits than a double holds";
     number = digits + (s.fraction > 0 ? L"." + fraction : L"");
     return "";
 }
@@ -177,10 +195,23 @@ public:
             SetWindowTextW(h, t.c_str());
             return L"settext '" + t.substr(0, 40) + L"'";
         }
-        if (action < 96) {
+        if (action < 95) {
             UINT msg = Pick(2) ? WM_CUT : WM_CLEAR;
             SendMessageW(h, msg, 0, 0);
             return msg == WM_CUT ? L"cut" : L"clear";
+        }
+        if (action < 97 && numeric_ != nullptr) {
+            // Formats whose literals hold "#" on either side, and plain ones.
+            static const wchar_t* formats[] = {L"1.1", L"#1.1#", L"1.1#", L"a#1.1#b", L"##1.1", L"($ 1.1)",
+                                               L"1.1 -", L"-1.1", L"$1.1"};
+            const wchar_t* f = formats[Pick(sizeof formats / sizeof *formats)];
+            bool negative = Pick(2) != 0;
+            if (negative)
+                numeric_->SetNegativeFormat(f);
+            else
+                numeric_->SetPositiveFormat(f);
+            ++formatChanges_;
+            return std::wstring(negative ? L"negative format " : L"positive format ") + f;
         }
         double v = (Pick(2) ? -1 : 1) * std::ldexp(static_cast<double>(Pick(1 << 30)), -Pick(40));
         if (numeric_ == nullptr) {
@@ -192,7 +223,17 @@ public:
     }
 
     // Runs sequences of steps from an empty control; stops at the first broken property.
-    void Run(int sequences, int steps)
+    // Prints what it covered.
+    void Run(const char* name, int steps, int stepsPerSequence = 25)
+    {
+        RunSequences(steps / stepsPerSequence, stepsPerSequence);
+        std::printf("[ stress   ] %s: %d steps, %d refused, %d format changes, %d negative states, "
+                    "longest text %d, %d states at the integer digit limit\n",
+                    name, steps_, refusalsSeen_, formatChanges_, negativeStates_, longest_, atDigitLimit_);
+    }
+
+private:
+    void RunSequences(int sequences, int steps)
     {
         for (int seq = 0; seq < sequences; ++seq) {
             if (numeric_)
@@ -209,6 +250,7 @@ public:
                 std::wstring did = Step();
                 log << L"  " << did << L" -> '" << WindowText(h) << L"'\n";
                 std::wstring text = WindowText(h);
+                Count(text, refusals_ != refused);
                 std::string why = numeric_ ? CheckNumber(text) : CheckMasked(text);
                 if (why.empty() && text != std::wstring(edit_.GetFormattedText()))
                     why = "window text differs from the control's formatted text";
@@ -224,7 +266,17 @@ public:
         }
     }
 
-private:
+    void Count(const std::wstring& text, bool refused)
+    {
+        ++steps_;
+        refusalsSeen_ += refused;
+        longest_ = std::max(longest_, static_cast<int>(text.size()));
+        if (numeric_ != nullptr) {
+            negativeStates_ += numeric_->IsNegative() != 0;
+            atDigitLimit_ += numeric_->GetDecimalDigitsInserted() == KxUiNumberModel::kMaxIntegerDigits;
+        }
+    }
+
     double Value() const
     {
         return numeric_ ? numeric_->GetValue() : 0.0;
@@ -258,6 +310,8 @@ private:
             value = -value;
         if (!(value == numeric_->GetValue()))
             return "value does not match the text";
+        if (!std::isfinite(numeric_->GetValue()))
+            return "value is not finite";
         return "";
     }
 
@@ -267,6 +321,7 @@ private:
     std::wstring currency_;
     std::wstring left_, right_;
     std::mt19937 rng_;
+    int steps_ = 0, refusalsSeen_ = 0, formatChanges_ = 0, negativeStates_ = 0, longest_ = 0, atDigitLimit_ = 0;
 };
 
 TEST(OXEditProperty, MaskedEditKeepsItsLiteralsAroundTheInput)
@@ -275,7 +330,7 @@ TEST(OXEditProperty, MaskedEditKeepsItsLiteralsAroundTheInput)
     Counting<KxUiOXEdit> edit;
     ASSERT_TRUE(CreateEdit(edit, host));
     ASSERT_TRUE(edit.SetMask(L"Tel. (#) ##"));
-    Fuzzer(edit, edit.refusals, 4242).Run(300, 25);
+    Fuzzer(edit, edit.refusals, 4242).Run("masked", StressSteps());
 }
 
 TEST(OXEditProperty, NumericEditWithDefaultSettings)
@@ -283,7 +338,7 @@ TEST(OXEditProperty, NumericEditWithDefaultSettings)
     EditHost host;
     Counting<KxUiOXNumericEdit> edit;
     ASSERT_TRUE(CreateEdit(edit, host));
-    Fuzzer(edit, edit.refusals, L"", 20261122).Run(600, 25);
+    Fuzzer(edit, edit.refusals, L"", 20261122).Run("numeric", StressSteps());
 }
 
 TEST(OXEditProperty, NumericEditWithCommaSeparatorLimitAndInfiniteFraction)
@@ -298,7 +353,7 @@ TEST(OXEditProperty, NumericEditWithCommaSeparatorLimitAndInfiniteFraction)
     ASSERT_TRUE(edit.SetShowLeadingZero(FALSE));
     ASSERT_TRUE(edit.SetNegativeFormat(L"1.1 -"));
     edit.setInfiniteFractionalDigitCount(true);
-    Fuzzer(edit, edit.refusals, L"", 7).Run(600, 25);
+    Fuzzer(edit, edit.refusals, L"", 7).Run("numeric, comma and limits", StressSteps());
 }
 
 TEST(OXEditProperty, CurrencyEditWithNameAndFormatsAroundTheNumber)
@@ -310,7 +365,7 @@ TEST(OXEditProperty, CurrencyEditWithNameAndFormatsAroundTheNumber)
     ASSERT_TRUE(edit.SetPositiveFormat(L"1.1 $"));
     ASSERT_TRUE(edit.SetNegativeFormat(L"($ -1.1)"));
     ASSERT_TRUE(edit.SetFractionalDigitCount(3));
-    Fuzzer(edit, edit.refusals, L"EUR", 99).Run(500, 25);
+    Fuzzer(edit, edit.refusals, L"EUR", 99).Run("currency", StressSteps());
 }
 
 } // namespace

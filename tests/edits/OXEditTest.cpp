@@ -406,4 +406,38 @@ TEST(OXEditStyles, ReadOnlyNumberAndMultiLine)
     EXPECT_EQ(L"<a\r\nb>", WindowText(ml.m_hWnd));
 }
 
+// A derived control adds a keystroke filter with one message-map entry; everything else
+// still reaches the masked edit's handlers.
+class DigitsOnlyEdit : public Counting<KxUiOXEdit> {
+protected:
+    afx_msg void OnChar(UINT nChar, UINT nRepCnt, UINT nFlags)
+    {
+        if (nChar >= L'a' && nChar <= L'z')
+            ValidationError();
+        else
+            KxUiOXEdit::OnChar(nChar, nRepCnt, nFlags);
+    }
+    DECLARE_MESSAGE_MAP()
+};
+
+BEGIN_MESSAGE_MAP(DigitsOnlyEdit, KxUiOXEdit)
+    ON_WM_CHAR()
+END_MESSAGE_MAP()
+
+TEST(OXEditDispatch, DerivedFilterWithOneMapEntry)
+{
+    EditHost host;
+    DigitsOnlyEdit edit;
+    ASSERT_TRUE(CreateEdit(edit, host));
+    ASSERT_TRUE(edit.SetMask(L"Tel. #"));
+    Select(edit.m_hWnd, 5, 5);
+    Type(edit.m_hWnd, L"1x2");
+    EXPECT_EQ(L"Tel. 12", WindowText(edit.m_hWnd));
+    EXPECT_EQ(1, edit.refusals); // the letter, refused by the derived filter
+    Key(edit.m_hWnd, VK_BACK);
+    Key(edit.m_hWnd, VK_HOME);
+    EXPECT_EQ(L"Tel. 1", WindowText(edit.m_hWnd));
+    EXPECT_EQ(5, Caret(edit.m_hWnd));
+}
+
 } // namespace

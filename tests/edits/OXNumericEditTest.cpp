@@ -128,32 +128,36 @@ TEST_F(OXNumericEditTest, DeletingAcrossTheSeparatorKeepsIt)
     EXPECT_EQ(0, edit.refusals);
 }
 
-TEST_F(OXNumericEditTest, InfiniteFractionOffersOneMorePosition)
+TEST_F(OXNumericEditTest, InfiniteFractionGrowsWithTheDigitsTyped)
 {
     edit.setInfiniteFractionalDigitCount(true);
-    EXPECT_EQ(L"0.0", Text()); // one spare position after no non-zero digit
-    EXPECT_EQ(1, edit.GetFractionalDigitCount());
-    SetWindowTextW(h(), L"1.5");
-    EXPECT_EQ(L"1.50", Text());
-    EXPECT_EQ(2, edit.GetFractionalDigitCount());
-    // A digit typed into the spare position opens the next one.
-    Select(h(), 3, 3);
-    Type(h(), L"7");
-    EXPECT_EQ(L"1.570", Text());
+    EXPECT_EQ(L"0.0", Text()); // one position to begin a fraction in
+    Select(h(), 0, 0);
+    Type(h(), L"1.123");
+    EXPECT_EQ(L"1.123", Text());
     EXPECT_EQ(3, edit.GetFractionalDigitCount());
-    EXPECT_EQ(4, Caret(h()));
-    Type(h(), L"3");
-    EXPECT_EQ(L"1.5730", Text());
-    EXPECT_EQ(4, edit.GetFractionalDigitCount());
-    EXPECT_EQ(3, edit.GetFractionalDigitsInsertedDifferentZero());
-    EXPECT_DOUBLE_EQ(1.573, edit.GetValue());
+    EXPECT_EQ(5, Caret(h()));
+    EXPECT_DOUBLE_EQ(1.123, edit.GetValue());
+    // A digit typed inside the fraction is inserted there.
+    Select(h(), 2, 2);
+    Type(h(), L"0");
+    EXPECT_EQ(L"1.0123", Text());
+    EXPECT_EQ(3, Caret(h()));
+    EXPECT_EQ(4, edit.GetFractionalDigitsInsertedDifferentZero());
+    // Deleting digits gives the positions back.
+    Select(h(), 6, 6);
+    Key(h(), VK_BACK);
+    EXPECT_EQ(L"1.012", Text());
+    Key(h(), VK_BACK);
+    Key(h(), VK_BACK);
+    EXPECT_EQ(L"1.0", Text());
+    EXPECT_EQ(1, edit.GetFractionalDigitCount());
+    // Zeros typed after the fraction's digits stay.
+    Select(h(), 3, 3);
+    Type(h(), L"05");
+    EXPECT_EQ(L"1.005", Text());
+    EXPECT_DOUBLE_EQ(1.005, edit.GetValue());
     EXPECT_EQ(0, edit.refusals);
-    // Deleting digits gives the positions back one by one.
-    Key(h(), VK_BACK);
-    EXPECT_EQ(L"1.570", Text());
-    Key(h(), VK_BACK);
-    EXPECT_EQ(L"1.50", Text());
-    EXPECT_EQ(2, edit.GetFractionalDigitCount());
 }
 
 TEST_F(OXNumericEditTest, IntegerDigitLimitDropsTheFirstDigit)
@@ -210,7 +214,13 @@ TEST_F(OXNumericEditTest, SeparatorsAndGroupingSettings)
     EXPECT_TRUE(edit.SetDecimalSeparator(L','));
     EXPECT_EQ(L"1 234 567,50", Text());
     EXPECT_DOUBLE_EQ(1234567.5, edit.GetValue());
-    EXPECT_FALSE(edit.SetGroupSeparator(L','));  // the decimal separator
+    // Equal separators trade places: the other takes the old value of the one set.
+    EXPECT_TRUE(edit.SetDecimalSeparator(L' '));
+    EXPECT_EQ(L',', edit.GetGroupSeparator());
+    EXPECT_EQ(L"1,234,567 50", Text());
+    EXPECT_TRUE(edit.SetGroupSeparator(L' '));
+    EXPECT_EQ(L"1 234 567,50", Text());
+    EXPECT_DOUBLE_EQ(1234567.5, edit.GetValue());
     EXPECT_FALSE(edit.SetDecimalSeparator(L'5'));
     EXPECT_FALSE(edit.SetDecimalSeparator(L'-'));
     EXPECT_TRUE(edit.SetGroupLength(2));
@@ -257,10 +267,61 @@ TEST_F(OXNumericEditTest, PastedAndSetTextIsNormalised)
         EXPECT_EQ(c.shown, Text()) << c.in;
         EXPECT_DOUBLE_EQ(c.value, edit.GetValue()) << c.in;
     }
+    // Hundreds of digits: the integer part keeps the last 308, which a double can hold.
     std::wstring huge(5000, L'9');
     SetWindowTextW(h(), huge.c_str());
-    EXPECT_EQ(5000u + 1666 + 3, Text().size());
-    EXPECT_EQ(HUGE_VAL, edit.GetValue());
+    EXPECT_EQ(308u + 102 + 3, Text().size());
+    EXPECT_TRUE(std::isfinite(edit.GetValue()));
+    ASSERT_TRUE(PutClipboard(L"-" + huge));
+    Select(h(), 0, -1);
+    SendMessageW(h(), WM_PASTE, 0, 0);
+    EXPECT_EQ(308u + 102 + 4, Text().size());
+    EXPECT_TRUE(std::isfinite(edit.GetValue()));
+    EXPECT_LT(edit.GetValue(), -9e307);
+    // Typing one more digit at the end drops the first, as a digit limit does.
+    Select(h(), 411, 411);
+    Type(h(), L"1");
+    EXPECT_EQ(L'1', Text()[410]);
+    EXPECT_EQ(308u + 102 + 4, Text().size());
+    EXPECT_TRUE(std::isfinite(edit.GetValue()));
+}
+
+TEST_F(OXNumericEditTest, HashInAFormatStaysALiteralOnItsSide)
+{
+    struct {
+        const wchar_t* format;
+        const wchar_t* five;
+        const wchar_t* zero;
+        const wchar_t* seventyFive;
+    } cases[] = {
+        {L"#1.1#", L"#5.00#", L"#0.00#", L"#75.00#"},
+        {L"1.1#", L"5.00#", L"0.00#", L"75.00#"},
+        {L"a#1.1#b", L"a#5.00#b", L"a#0.00#b", L"a#75.00#b"},
+        {L"##1.1", L"##5.00", L"##0.00", L"##75.00"},
+    };
+    for (const auto& c : cases) {
+        ASSERT_TRUE(edit.SetPositiveFormat(c.format)) << c.format;
+        ASSERT_TRUE(edit.SetValue(5));
+        EXPECT_EQ(c.five, Text()) << c.format;
+        edit.EmptyData(TRUE);
+        EXPECT_EQ(c.zero, Text()) << c.format;
+        edit.EmptyData(FALSE);
+        EXPECT_EQ(c.zero, Text()) << c.format;
+        SetWindowTextW(h(), L"5");
+        EXPECT_EQ(c.five, Text()) << c.format;
+        // The display text pasted back loses its own literals.
+        ASSERT_TRUE(PutClipboard(c.five));
+        Select(h(), 0, -1);
+        SendMessageW(h(), WM_PASTE, 0, 0);
+        EXPECT_EQ(c.five, Text()) << c.format;
+        EXPECT_DOUBLE_EQ(5.0, edit.GetValue());
+        int start = edit.GetLeftLiterals().GetLength();
+        Select(h(), start, start);
+        Type(h(), L"7");
+        EXPECT_EQ(c.seventyFive, Text()) << c.format;
+        EXPECT_EQ(c.seventyFive, std::wstring(edit.GetFormattedText()));
+    }
+    EXPECT_EQ(0, edit.refusals);
 }
 
 TEST_F(OXNumericEditTest, SetValueShowsTheNumberInTheSettings)
@@ -275,7 +336,7 @@ TEST_F(OXNumericEditTest, SetValueShowsTheNumberInTheSettings)
     EXPECT_EQ(L"0.13", Text());
     edit.setInfiniteFractionalDigitCount(true);
     EXPECT_TRUE(edit.SetValue(3.14159));
-    EXPECT_EQ(L"3.141590", Text());
+    EXPECT_EQ(L"3.14159", Text());
     EXPECT_DOUBLE_EQ(3.14159, edit.GetValue());
 }
 
@@ -460,6 +521,14 @@ TEST(OXNumericLocale, SettingsComeFromTheUsersLocale)
     SetWindowTextW(edit.m_hWnd, L"-123456,78");
     EXPECT_EQ(L"12.3456,7 -", WindowText(edit.m_hWnd));
     EXPECT_DOUBLE_EQ(-123456.7, edit.GetValue());
+    // A new control starts with the documented defaults whatever the locale says; only
+    // GetLocaleSettings takes the locale.
+    KxUiOXNumericEdit fresh;
+    ASSERT_TRUE(CreateEdit(fresh, host));
+    EXPECT_EQ(L"0.00", WindowText(fresh.m_hWnd));
+    EXPECT_EQ(L',', fresh.GetGroupSeparator());
+    EXPECT_EQ(3, fresh.GetGroupLength());
+    EXPECT_EQ(CString(L"-1.1"), fresh.GetNegativeFormat());
 }
 
 TEST(OXNumericLocale, CurrencyFormatsFollowTheLocaleTables)

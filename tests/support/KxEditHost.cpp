@@ -16,6 +16,10 @@ void RegisterHostClass()
 
 } // namespace
 
+BEGIN_MESSAGE_MAP(EditHost, CWnd)
+    ON_WM_CTLCOLOR()
+END_MESSAGE_MAP()
+
 EditHost::EditHost()
 {
     RegisterHostClass();
@@ -39,14 +43,9 @@ BOOL EditHost::OnCommand(WPARAM wParam, LPARAM lParam)
     return TRUE;
 }
 
-LRESULT EditHost::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
+HBRUSH EditHost::OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor)
 {
-    if (message >= WM_CTLCOLORMSGBOX && message <= WM_CTLCOLORSTATIC) {
-        LRESULT lResult = 0;
-        if (ReflectLastMsg(reinterpret_cast<HWND>(lParam), &lResult))
-            return lResult;
-    }
-    return CWnd::WindowProc(message, wParam, lParam);
+    return CWnd::OnCtlColor(pDC, pWnd, nCtlColor);
 }
 
 std::wstring WindowText(HWND hWnd)

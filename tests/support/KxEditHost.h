@@ -18,7 +18,9 @@ public:
 
 protected:
     BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
-    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    // The colour messages go to the child's object first (CWnd's reflection).
+    afx_msg HBRUSH OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor);
+    DECLARE_MESSAGE_MAP()
 };
 
 // Counts refused keystrokes (the control's own beep cannot be observed).
