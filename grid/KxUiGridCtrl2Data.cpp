@@ -10,6 +10,9 @@ namespace {
 // than this usefully, and a bigger block is more likely a mistake than a table.
 const SIZE_T kMaxPasteChars = 64 * 1024 * 1024;
 
+// Most stored cells Load creates (rows times the longest line's fields).
+const ULONGLONG kMaxLoadCells = 20000000;
+
 // Appends bytes to a moveable global block, growing it in 4096-byte steps. The block is freed
 // unless Detach hands it on.
 class GlobalTextBuffer {
@@ -451,6 +454,13 @@ BOOL KxUiGridCtrl2::Load(LPCTSTR filename, TCHAR chSeparator)
     } catch (CFileException* e) {
         AfxMessageBox(_T("Unable to load grid data"));
         e->Delete();
+        return FALSE;
+    }
+
+    // A file whose longest line would make the table absurdly large (one line of a million
+    // delimiters under a hundred thousand lines) is refused rather than allocated.
+    if (static_cast<ULONGLONG>(lines.size()) * nCols > kMaxLoadCells) {
+        AfxMessageBox(_T("Unable to load grid data"));
         return FALSE;
     }
 
