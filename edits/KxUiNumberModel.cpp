@@ -155,13 +155,18 @@ bool KxUiNumberModel::SetDecimalSeparator(TCHAR chSeparator)
     return true;
 }
 
-bool KxUiNumberModel::SetGroupLength(int nLength)
+bool KxUiNumberModel::SetCount(int& nSetting, int nValue, int nLowest)
 {
-    if (nLength < 0 || nLength > kMaxSettingDigits)
+    if (nValue < nLowest || nValue > kMaxSettingDigits)
         return false;
-    m_nGroupLength = nLength;
+    nSetting = nValue;
     Renormalise(m_chDecimalSeparator);
     return true;
+}
+
+bool KxUiNumberModel::SetGroupLength(int nLength)
+{
+    return SetCount(m_nGroupLength, nLength, 0);
 }
 
 void KxUiNumberModel::SetShowLeadingZero(bool bShow)
@@ -172,11 +177,7 @@ void KxUiNumberModel::SetShowLeadingZero(bool bShow)
 
 bool KxUiNumberModel::SetFractionalDigitCount(int nCount)
 {
-    if (nCount < 0 || nCount > kMaxSettingDigits)
-        return false;
-    m_nFractionalDigitCount = nCount;
-    Renormalise(m_chDecimalSeparator);
-    return true;
+    return SetCount(m_nFractionalDigitCount, nCount, 0);
 }
 
 void KxUiNumberModel::SetInfiniteFractionalDigitCount(bool bInfinite)
@@ -194,11 +195,7 @@ void KxUiNumberModel::SetInfiniteFractionalDigitCount(bool bInfinite)
 
 bool KxUiNumberModel::SetDecimalDigitCount(int nCount)
 {
-    if (nCount < -1 || nCount > kMaxSettingDigits)
-        return false;
-    m_nDecimalDigitCount = nCount;
-    Renormalise(m_chDecimalSeparator);
-    return true;
+    return SetCount(m_nDecimalDigitCount, nCount, -1);
 }
 
 bool KxUiNumberModel::SplitFormat(const CString& sFormat, CString& sBefore, CString& sAfter)

@@ -46,64 +46,51 @@ KxUiOXNumericEdit::~KxUiOXNumericEdit() = default;
 // ---------------------------------------------------------------------------------------
 // Settings
 
-void KxUiOXNumericEdit::Reformat()
+BOOL KxUiOXNumericEdit::Reformat(bool bChanged)
 {
+    if (!bChanged)
+        return FALSE;
     m_arrInputData = m_number.GetText();
     ValidateInput();
     Update(-1);
+    return TRUE;
 }
 
 BOOL KxUiOXNumericEdit::SetGroupSeparator(TCHAR chSeparator)
 {
-    if (!m_number.SetGroupSeparator(chSeparator))
-        return FALSE;
-    Reformat();
-    return TRUE;
+    return Reformat(m_number.SetGroupSeparator(chSeparator));
 }
 
 BOOL KxUiOXNumericEdit::SetGroupLength(int nLength)
 {
-    if (!m_number.SetGroupLength(nLength))
-        return FALSE;
-    Reformat();
-    return TRUE;
+    return Reformat(m_number.SetGroupLength(nLength));
 }
 
 BOOL KxUiOXNumericEdit::SetDecimalSeparator(TCHAR chSeparator)
 {
-    if (!m_number.SetDecimalSeparator(chSeparator))
-        return FALSE;
-    Reformat();
-    return TRUE;
+    return Reformat(m_number.SetDecimalSeparator(chSeparator));
 }
 
 BOOL KxUiOXNumericEdit::SetShowLeadingZero(BOOL bShow)
 {
     m_number.SetShowLeadingZero(bShow != FALSE);
-    Reformat();
-    return TRUE;
+    return Reformat(true);
 }
 
 BOOL KxUiOXNumericEdit::SetFractionalDigitCount(int nCount)
 {
-    if (!m_number.SetFractionalDigitCount(nCount))
-        return FALSE;
-    Reformat();
-    return TRUE;
+    return Reformat(m_number.SetFractionalDigitCount(nCount));
 }
 
 void KxUiOXNumericEdit::setInfiniteFractionalDigitCount(bool bInfinite)
 {
     m_number.SetInfiniteFractionalDigitCount(bInfinite);
-    Reformat();
+    Reformat(true);
 }
 
 BOOL KxUiOXNumericEdit::SetDecimalDigitCount(int nCount)
 {
-    if (!m_number.SetDecimalDigitCount(nCount))
-        return FALSE;
-    Reformat();
-    return TRUE;
+    return Reformat(m_number.SetDecimalDigitCount(nCount));
 }
 
 BOOL KxUiOXNumericEdit::SetPositiveFormat(LPCTSTR lpszFormat)
@@ -132,8 +119,7 @@ void KxUiOXNumericEdit::SetNegativeTextColor(COLORREF clr, BOOL bRedraw)
 BOOL KxUiOXNumericEdit::GetLocaleSettings()
 {
     m_number.ImportLocale();
-    Reformat();
-    return TRUE;
+    return Reformat(true);
 }
 
 // ---------------------------------------------------------------------------------------
@@ -243,10 +229,7 @@ void KxUiOXNumericEdit::EmptyData(BOOL bOnlyInput)
 
 BOOL KxUiOXNumericEdit::SetValue(double dValue)
 {
-    if (!m_number.SetValue(dValue))
-        return FALSE;
-    Reformat();
-    return TRUE;
+    return Reformat(m_number.SetValue(dValue));
 }
 
 int KxUiOXNumericEdit::DeleteRange(int& nSelectionStart, int& nSelectionEnd)

@@ -156,6 +156,8 @@ private:
     };
     // Keeps the digits and the separator (given in its old form) and normalises again.
     void Renormalise(TCHAR chOldDecimal);
+    // Sets a digit count within nLowest..kMaxSettingDigits and normalises; false outside.
+    bool SetCount(int& nSetting, int nValue, int nLowest);
     void ComputeValue();
 
     Kind m_kind;

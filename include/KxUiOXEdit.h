@@ -12,6 +12,26 @@
 //
 // Positions: a real position indexes the window text, a logical position the input data.
 // With L left literals and N input characters the caret may stand on L..L+N.
+//
+// Usage:
+//     KxUiOXEdit m_phone;
+//     m_phone.Create(WS_CHILD | WS_VISIBLE | WS_BORDER | WS_TABSTOP, rect, this, IDC_PHONE);
+//     m_phone.SetMask(_T("+44 (0) #"));        // "+44 (0) " stays, the user types after it
+//     m_phone.SetInputData(_T("20 7946 0958"));
+//     CString typed = m_phone.GetInputData(); // without the literals
+//
+// A derived control filters keystrokes with one message-map entry and leaves the literals,
+// caret and selection to this class:
+//     BEGIN_MESSAGE_MAP(CPhoneEdit, KxUiOXEdit)
+//         ON_WM_CHAR()
+//     END_MESSAGE_MAP()
+//     void CPhoneEdit::OnChar(UINT nChar, UINT nRepCnt, UINT nFlags)
+//     {
+//         if (nChar >= 0x20 && !_istdigit(nChar) && nChar != _T(' '))
+//             ValidationError();                       // refused: beeps
+//         else
+//             KxUiOXEdit::OnChar(nChar, nRepCnt, nFlags);
+//     }
 class KXUI_API KxUiOXEdit : public CEdit {
     DECLARE_DYNCREATE(KxUiOXEdit)
 public:

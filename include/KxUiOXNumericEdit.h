@@ -122,8 +122,9 @@ protected:
     afx_msg HBRUSH CtlColor(CDC* pDC, UINT nCtlColor);
     DECLARE_MESSAGE_MAP()
 
-    // Shows the model's text again after a setting changed.
-    void Reformat();
+    // Shows the model's text again after a setting changed; bChanged false (the model
+    // refused the setting) changes nothing. Returns bChanged.
+    BOOL Reformat(bool bChanged);
     // Sets the literals around the number directly: a "#" in them is a literal on its own
     // side, which a mask cannot always say (a right literal starting with "#").
     void SetLiterals(const CString& sBefore, const CString& sAfter);
