@@ -2,6 +2,7 @@
 #pragma once
 #include "KxUiDef.h"
 #include <afxwin.h>
+#include <wrl/client.h>
 
 struct IWebBrowser2;
 
@@ -30,9 +31,8 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
-    void releaseBrowser();
     bool waitUntilComplete(void* navigationWatch);
 
-    IWebBrowser2* m_pBrowser;   // null while not created
+    Microsoft::WRL::ComPtr<IWebBrowser2> m_pBrowser;  // null while not created
     bool m_bLoadAsynchrone;
 };

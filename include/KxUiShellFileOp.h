@@ -5,6 +5,8 @@
 
 // Builds the shell's two file lists (list 0: sources, list 1: destinations; each a run of
 // NUL-terminated names closed by an extra NUL) and runs a file operation over them.
+// A failed allocation raises the framework's memory exception (CMemoryException) and leaves
+// the lists and the title as they were.
 class KXUI_API KxUiShellFileOp {
 public:
     KxUiShellFileOp();
@@ -22,7 +24,7 @@ public:
     LONG DeleteFiles();
     LONG RenameFiles();
 
-    // Appends a name to list 0 or 1; false for another list or when memory runs out.
+    // Appends a name to list 0 or 1; false for another list.
     bool AddFile(int list, CString name);
     // Frees one list.
     void ClearFiles(int list);
@@ -41,7 +43,8 @@ public:
     LPCWSTR getTo() const { return m_pBuffer[1]; }
 
 protected:
-    // Grows (or first allocates) one list to the given number of characters.
+    // Grows (or first allocates) one list to the given number of characters; false for
+    // another list or no characters.
     bool GrabMem(int list, int characters);
     LONG run(UINT operation);
 

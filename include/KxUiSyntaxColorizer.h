@@ -2,17 +2,35 @@
 #pragma once
 #include "KxUiDef.h"
 #include <richedit.h>
+#include <memory>
 
 class CRichEditCtrl;
 
 // Colours keywords, string and character literals and comments of a C/C++-like text in a
-// rich edit control. Copies share the character tables and the keyword list with their
-// source (reference counted), so a copy sees keywords added through the original.
+// rich edit control.
+//
+// Model: six character tables (the tokenizer's four states, normal text, keyword
+// delimiters), a keyword list sorted by code unit, and three character formats (comment,
+// string, default). Copies share the tables and the keyword list with their source (a
+// keyword added through one is seen by all); the formats are each copy's own.
+//
+//   KxUiSyntaxColorizer colorizer;                      // C/C++ keywords in blue
+//   colorizer.AddKeyword(L"CString,CWnd", RGB(128, 0, 0), 1);
+//   colorizer.Colorize(0, -1, &richEdit);               // the whole text
+//
+// While Colorize runs the control records no undo action, sends its parent no
+// notification and draws nothing; all of it is back when Colorize returns, by any way out.
+// Memory: a failed allocation raises the framework's memory exception (CMemoryException)
+// and leaves the colorizer and the control as they were.
 class KXUI_API KxUiSyntaxColorizer {
 public:
+    // The default formats (Courier New, 10 points; comments green, strings violet) and the
+    // C/C++ keywords, directives and pragma names in blue, group 0.
     KxUiSyntaxColorizer();
-    KxUiSyntaxColorizer(const KxUiSyntaxColorizer& other);
-    KxUiSyntaxColorizer& operator=(const KxUiSyntaxColorizer& other);
+    // Shares the tables and the keyword list; copies the formats and the spare field.
+    KxUiSyntaxColorizer(const KxUiSyntaxColorizer& other) = default;
+    KxUiSyntaxColorizer& operator=(const KxUiSyntaxColorizer& other) = default;
+    // The last colorizer sharing them frees the tables and the keyword list.
     virtual ~KxUiSyntaxColorizer();
 
     // Keywords: every comma-separated word of the list, in the default format recoloured or
@@ -43,7 +61,8 @@ public:
     void SetGroupColor(int group, COLORREF color);
 
     // Colours the characters [start, end] of the control; (0, -1) is the whole text and an
-    // end of -1 runs to the end of the text.
+    // end of -1 runs to the end of the text. The selection is left on the last span
+    // coloured; the scroll position stays where it was.
     void Colorize(CHARRANGE range, CRichEditCtrl* ctrl);
     void Colorize(long start, long end, CRichEditCtrl* ctrl);
 
@@ -67,12 +86,10 @@ protected:
     void colorize(LPCWSTR text, FormatSink& sink, long offset);
 
 private:
-    struct Keyword;
     struct Shared;
-    void release();
 
-    Shared* m_pShared;      // the six tables and the keyword list, shared by copies
-    void* m_pSpare;         // application data, copied by value
+    std::shared_ptr<Shared> m_shared;  // the six tables and the keyword list, shared by copies
+    void* m_pSpare = nullptr;          // application data, copied by value
     CHARFORMATW m_cfComment;
     CHARFORMATW m_cfString;
     CHARFORMATW m_cfDefault;

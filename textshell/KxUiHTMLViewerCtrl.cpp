@@ -1,6 +1,10 @@
 #include "KxUiHTMLViewerCtrl.h"
 #include <afxdisp.h>
 #include <exdisp.h>
+#include <new>
+#include <utility>
+
+using Microsoft::WRL::ComPtr;
 
 namespace {
 // The web browser control, its automation interface and its event interface.
@@ -16,33 +20,32 @@ const DISPID dispidNavigateError = 271;
 class NavigationWatch : public IDispatch {
 public:
     // Connects to the browser's events; null when the browser offers none.
-    static NavigationWatch* connect(IWebBrowser2* browser)
+    static ComPtr<NavigationWatch> connect(IWebBrowser2* browser)
     {
-        IConnectionPointContainer* container = nullptr;
+        ComPtr<IConnectionPointContainer> container;
+        ComPtr<IConnectionPoint> point;
         if (FAILED(browser->QueryInterface(IID_IConnectionPointContainer,
-                                           reinterpret_cast<void**>(&container))))
+                                           reinterpret_cast<void**>(container.GetAddressOf()))) ||
+            FAILED(container->FindConnectionPoint(iidWebBrowserEvents2, point.GetAddressOf())))
             return nullptr;
-        IConnectionPoint* point = nullptr;
-        const HRESULT found = container->FindConnectionPoint(iidWebBrowserEvents2, &point);
-        container->Release();
-        if (FAILED(found))
-            return nullptr;
-        auto* watch = new NavigationWatch(point);
-        if (FAILED(point->Advise(watch, &watch->m_cookie))) {
+        // A failed allocation raises the framework's memory exception.
+        ComPtr<NavigationWatch> watch;
+        watch.Attach(new (std::nothrow) NavigationWatch(point));
+        if (!watch)
+            AfxThrowMemoryException();
+        if (FAILED(point->Advise(watch.Get(), &watch->m_cookie))) {
             watch->m_cookie = 0;
-            watch->disconnect();
             return nullptr;
         }
         return watch;
     }
 
-    // Stops listening and drops this watch.
+    // Stops listening; the browser lets go of this watch.
     void disconnect()
     {
         if (m_cookie)
             m_point->Unadvise(m_cookie);
-        m_point->Release();
-        Release();
+        m_cookie = 0;
     }
 
     bool failed() const { return m_failed; }
@@ -88,11 +91,11 @@ public:
     }
 
 private:
-    explicit NavigationWatch(IConnectionPoint* point) : m_point(point) {}
+    explicit NavigationWatch(ComPtr<IConnectionPoint> point) : m_point(std::move(point)) {}
     virtual ~NavigationWatch() = default;
 
-    LONG m_refs = 1;
-    IConnectionPoint* m_point;
+    LONG m_refs = 1;  // the object's own COM count, as IUnknown requires
+    ComPtr<IConnectionPoint> m_point;
     DWORD m_cookie = 0;
     bool m_failed = false;
 };
@@ -102,28 +105,20 @@ BEGIN_MESSAGE_MAP(KxUiHTMLViewerCtrl, CWnd)
     ON_WM_DESTROY()
 END_MESSAGE_MAP()
 
-KxUiHTMLViewerCtrl::KxUiHTMLViewerCtrl() : m_pBrowser(nullptr), m_bLoadAsynchrone(false)
+KxUiHTMLViewerCtrl::KxUiHTMLViewerCtrl() : m_bLoadAsynchrone(false)
 {
 }
 
 KxUiHTMLViewerCtrl::~KxUiHTMLViewerCtrl()
 {
-    releaseBrowser();
+    m_pBrowser.Reset();
     if (m_hWnd)
         DestroyWindow();
 }
 
-void KxUiHTMLViewerCtrl::releaseBrowser()
-{
-    if (m_pBrowser) {
-        m_pBrowser->Release();
-        m_pBrowser = nullptr;
-    }
-}
-
 void KxUiHTMLViewerCtrl::OnDestroy()
 {
-    releaseBrowser();
+    m_pBrowser.Reset();
     CWnd::OnDestroy();
 }
 
@@ -134,15 +129,15 @@ bool KxUiHTMLViewerCtrl::create(const RECT& rect, CWnd* parent, UINT id)
     AfxEnableControlContainer();
     if (!CreateControl(clsidWebBrowser, nullptr, WS_CHILD | WS_VISIBLE | WS_VSCROLL | WS_TABSTOP,
                        rect, parent, id)) {
-        m_pBrowser = nullptr;
+        m_pBrowser.Reset();
         if (m_hWnd)
             DestroyWindow();
         return false;
     }
     IUnknown* control = GetControlUnknown();
-    if (!control ||
-        FAILED(control->QueryInterface(iidWebBrowser2, reinterpret_cast<void**>(&m_pBrowser)))) {
-        m_pBrowser = nullptr;
+    if (!control || FAILED(control->QueryInterface(
+                        iidWebBrowser2, reinterpret_cast<void**>(m_pBrowser.ReleaseAndGetAddressOf())))) {
+        m_pBrowser.Reset();
         DestroyWindow();
         return false;
     }
@@ -160,7 +155,8 @@ bool KxUiHTMLViewerCtrl::loadURL(LPCWSTR url)
     if (!isValid() || !url)
         return false;
     // A synchronous load listens for a failed navigation from before it starts.
-    NavigationWatch* watch = m_bLoadAsynchrone ? nullptr : NavigationWatch::connect(m_pBrowser);
+    ComPtr<NavigationWatch> watch =
+        m_bLoadAsynchrone ? nullptr : NavigationWatch::connect(m_pBrowser.Get());
     VARIANT address;
     VariantInit(&address);
     address.vt = VT_BSTR;
@@ -170,7 +166,7 @@ bool KxUiHTMLViewerCtrl::loadURL(LPCWSTR url)
     bool result = SUCCEEDED(m_pBrowser->Navigate2(&address, &none, &none, &none, &none));
     VariantClear(&address);
     if (result && !m_bLoadAsynchrone)
-        result = waitUntilComplete(watch);
+        result = waitUntilComplete(watch.Get());
     if (watch)
         watch->disconnect();
     return result;

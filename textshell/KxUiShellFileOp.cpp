@@ -80,19 +80,21 @@ bool KxUiShellFileOp::GrabMem(int list, int characters)
 {
     if (list < 0 || list > 1 || characters <= 0)
         return false;
+    // A failed allocation raises the framework's memory exception, as its strings and
+    // arrays do; the list keeps its old buffer.
     if (m_pBuffer[list]) {
         const ptrdiff_t position = m_pPos[list] - m_pBuffer[list];
         LPWSTR grown = static_cast<LPWSTR>(realloc(m_pBuffer[list], characters * sizeof(WCHAR)));
         if (!grown)
-            return false;
+            AfxThrowMemoryException();
         m_pBuffer[list] = grown;
         m_pPos[list] = grown + position;
     } else {
-        m_pBuffer[list] = static_cast<LPWSTR>(malloc(characters * sizeof(WCHAR)));
-        if (!m_pBuffer[list])
-            return false;
-        m_pBuffer[list][0] = 0;
-        m_pPos[list] = m_pBuffer[list];
+        LPWSTR buffer = static_cast<LPWSTR>(malloc(characters * sizeof(WCHAR)));
+        if (!buffer)
+            AfxThrowMemoryException();
+        m_pBuffer[list] = m_pPos[list] = buffer;
+        buffer[0] = 0;
     }
     m_nMax[list] = characters;
     setListPointer(list);
@@ -104,8 +106,8 @@ bool KxUiShellFileOp::AddFile(int list, CString name)
     if (list < 0 || list > 1)
         return false;
     const int n = name.GetLength() + 1;
-    if (m_nLen[list] + n + 1 > m_nMax[list] && !GrabMem(list, m_nLen[list] + n + 1))
-        return false;
+    if (m_nLen[list] + n + 1 > m_nMax[list])
+        GrabMem(list, m_nLen[list] + n + 1);
     wmemcpy(m_pPos[list], static_cast<LPCWSTR>(name), n);
     m_pPos[list] += n;
     m_nLen[list] += n;
@@ -134,14 +136,16 @@ void KxUiShellFileOp::SetMaxCount(int list, LONG count)
 
 void KxUiShellFileOp::SetTitle(CString title)
 {
-    free(m_pTitle);
-    m_pTitle = nullptr;
+    LPWSTR copy = nullptr;
     if (!title.IsEmpty()) {
         const size_t n = size_t(title.GetLength()) + 1;
-        m_pTitle = static_cast<LPWSTR>(malloc(n * sizeof(WCHAR)));
-        if (m_pTitle)
-            wmemcpy(m_pTitle, static_cast<LPCWSTR>(title), n);
+        copy = static_cast<LPWSTR>(malloc(n * sizeof(WCHAR)));
+        if (!copy)
+            AfxThrowMemoryException();  // the old title stays
+        wmemcpy(copy, static_cast<LPCWSTR>(title), n);
     }
+    free(m_pTitle);
+    m_pTitle = copy;
     m_fos.lpszProgressTitle = m_pTitle;
 }
 

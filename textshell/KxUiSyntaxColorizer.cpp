@@ -1,25 +1,10 @@
 #include "KxUiSyntaxColorizer.h"
+#include "KxUiRichEditQuiet.h"
 #include <afxcmn.h>
 #include <algorithm>
-#include <memory>
-
-// One keyword of the sorted list.
-struct KxUiSyntaxColorizer::Keyword {
-    LPWSTR text;          // own copy
-    int length;           // in characters
-    CHARFORMATW format;
-    int group;
-    bool isRem;           // "rem" in any case: starts a line comment instead of being coloured
-    Keyword* next;
-};
-
-// What copies of a colorizer share: the character tables and the keyword list. The last
-// copy to go frees them.
-struct KxUiSyntaxColorizer::Shared {
-    LONG refs;
-    WORD* tables[6];
-    Keyword* head;
-};
+#include <new>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -28,7 +13,7 @@ enum { tabNormal, tabString, tabLiteral, tabLineComment, tabBlockComment, tabDel
 const size_t tableEntries = 0x10000;
 
 // Actions found in the state tables.
-enum {
+enum : WORD {
     actNone, actStringOpen, actStringClose, actLiteralOpen, actLiteralClose, actSlash,
     actLineEnd, actStar, actKeyword
 };
@@ -39,19 +24,22 @@ inline WORD lookup(const WORD* table, wchar_t c)
     return static_cast<unsigned>(c) < 0x8000 ? table[c] : 0;
 }
 
-// Code-unit order, as the keyword list is sorted.
-int compareUnits(LPCWSTR a, LPCWSTR b)
-{
-    while (*a && *a == *b) {
-        ++a;
-        ++b;
-    }
-    return int(static_cast<unsigned>(*a)) - int(static_cast<unsigned>(*b));
-}
-
 bool isRemWord(LPCWSTR word)
 {
     return _wcsicmp(word, L"rem") == 0;
+}
+
+// The library reports a failed allocation the framework's way, with a CMemoryException that
+// the framework's window procedure stops like any other; the standard containers used here
+// report it as std::bad_alloc, so their allocations pass through this.
+template <class F>
+auto allocating(F&& allocate) -> decltype(allocate())
+{
+    try {
+        return allocate();
+    } catch (const std::bad_alloc&) {
+        AfxThrowMemoryException();
+    }
 }
 
 // The built-in C/C++ vocabulary: language keywords, preprocessor directives, pragma names.
@@ -72,51 +60,38 @@ const wchar_t defaultPragmas[] =
     L"data_seg,inline_recursion,pointers_to_members1,check_stack,function,intrinsic,setlocale,"
     L"code_seg,hdrstop,message,vtordisp1,const_seg,include_alias,once,warning";
 
+// One keyword of the list.
+struct Keyword {
+    std::wstring text;
+    CHARFORMATW format;
+    int group;
+    bool isRem;  // "rem" in any case: starts a line comment instead of being coloured
+};
+
+// Code-unit order, as the keyword list is sorted.
+bool before(const Keyword& k, const std::wstring& text)
+{
+    return k.text.compare(text) < 0;
+}
+
 } // namespace
 
+// What copies of a colorizer share: the character tables and the keyword list, kept sorted
+// by code unit so that the keywords of one first character form one run.
+struct KxUiSyntaxColorizer::Shared {
+    std::vector<WORD> tables[tabCount];  // empty until created
+    std::vector<Keyword> keywords;
+};
+
 KxUiSyntaxColorizer::KxUiSyntaxColorizer()
-    : m_pShared(new Shared{1, {}, nullptr}), m_pSpare(nullptr)
+    : m_shared(allocating([] { return std::make_shared<Shared>(); }))
 {
     createDefaultCharFormat();
     createTables();
     createDefaultKeywordList();
 }
 
-KxUiSyntaxColorizer::KxUiSyntaxColorizer(const KxUiSyntaxColorizer& other)
-    : m_pShared(other.m_pShared), m_pSpare(other.m_pSpare), m_cfComment(other.m_cfComment),
-      m_cfString(other.m_cfString), m_cfDefault(other.m_cfDefault)
-{
-    InterlockedIncrement(&m_pShared->refs);
-}
-
-KxUiSyntaxColorizer& KxUiSyntaxColorizer::operator=(const KxUiSyntaxColorizer& other)
-{
-    if (m_pShared != other.m_pShared) {
-        InterlockedIncrement(&other.m_pShared->refs);
-        release();
-        m_pShared = other.m_pShared;
-    }
-    m_pSpare = other.m_pSpare;
-    m_cfComment = other.m_cfComment;
-    m_cfString = other.m_cfString;
-    m_cfDefault = other.m_cfDefault;
-    return *this;
-}
-
-KxUiSyntaxColorizer::~KxUiSyntaxColorizer()
-{
-    release();
-}
-
-void KxUiSyntaxColorizer::release()
-{
-    if (InterlockedDecrement(&m_pShared->refs) == 0) {
-        ClearKeywordList();
-        deleteTables();
-        delete m_pShared;
-    }
-    m_pShared = nullptr;
-}
+KxUiSyntaxColorizer::~KxUiSyntaxColorizer() = default;
 
 void KxUiSyntaxColorizer::createDefaultCharFormat()
 {
@@ -147,14 +122,15 @@ void KxUiSyntaxColorizer::createDefaultKeywordList()
 
 void KxUiSyntaxColorizer::createTables()
 {
-    WORD** t = m_pShared->tables;
-    for (int n = 0; n < tabCount; ++n) {
-        t[n] = static_cast<WORD*>(calloc(tableEntries, sizeof(WORD)));
-        if (!t[n]) {
-            deleteTables();
-            return;
-        }
-    }
+    std::vector<WORD>* t = m_shared->tables;
+    allocating([t] {
+        std::vector<WORD> created[tabCount];
+        for (auto& table : created)
+            table.assign(tableEntries, actNone);
+        for (int n = 0; n < tabCount; ++n)
+            t[n].swap(created[n]);
+        return 0;
+    });
     t[tabNormal][L'"'] = actStringOpen;
     t[tabNormal][L'\''] = actLiteralOpen;
     t[tabNormal][L'/'] = actSlash;
@@ -168,14 +144,20 @@ void KxUiSyntaxColorizer::createTables()
     for (wchar_t c : {L'\0', L'\t', L'\n', L'\r', L' ', L';', L'(', L')', L'[', L']', L'{', L'}',
                       L'*', L'.'})
         t[tabDelimiter][c] = 1;
+    // Keywords already in a shared list keep their entries.
+    for (const Keyword& k : m_shared->keywords) {
+        t[tabNormal][k.text[0] & 0xFFFF] = actKeyword;
+        if (k.isRem) {
+            t[tabLiteral][L'\n'] = actLineEnd;
+            t[tabLiteral][L'\r'] = actLineEnd;
+        }
+    }
 }
 
 void KxUiSyntaxColorizer::deleteTables()
 {
-    for (WORD*& table : m_pShared->tables) {
-        free(table);
-        table = nullptr;
-    }
+    for (auto& table : m_shared->tables)
+        std::vector<WORD>().swap(table);
 }
 
 void KxUiSyntaxColorizer::AddKeyword(LPCWSTR list, COLORREF color, int group)
@@ -187,10 +169,7 @@ void KxUiSyntaxColorizer::AddKeyword(LPCWSTR list, COLORREF color, int group)
 
 void KxUiSyntaxColorizer::AddKeyword(LPCWSTR list, CHARFORMATW format, int group)
 {
-    if (!list || !m_pShared->tables[tabNormal])
-        return;
-    std::unique_ptr<wchar_t[]> word(new (std::nothrow) wchar_t[wcslen(list) + 1]);
-    if (!word)
+    if (!list || m_shared->tables[tabNormal].empty())
         return;
     // Words separated by ","; consecutive separators yield no empty word.
     for (LPCWSTR p = list; *p;) {
@@ -198,14 +177,13 @@ void KxUiSyntaxColorizer::AddKeyword(LPCWSTR list, CHARFORMATW format, int group
         while (p[n] && p[n] != L',')
             ++n;
         if (n > 0) {
-            wmemcpy(word.get(), p, n);
-            word[n] = 0;
-            if (isRemWord(word.get())) {
+            const std::wstring word = allocating([&] { return std::wstring(p, n); });
+            if (isRemWord(word.c_str())) {
                 // The apostrophe comment of BASIC: a quote span reaching the line's end.
-                m_pShared->tables[tabLiteral][L'\n'] = actLineEnd;
-                m_pShared->tables[tabLiteral][L'\r'] = actLineEnd;
+                m_shared->tables[tabLiteral][L'\n'] = actLineEnd;
+                m_shared->tables[tabLiteral][L'\r'] = actLineEnd;
             }
-            addKey(word.get(), format, group);
+            addKey(word.c_str(), format, group);
         }
         p += n;
         if (*p)
@@ -215,57 +193,44 @@ void KxUiSyntaxColorizer::AddKeyword(LPCWSTR list, CHARFORMATW format, int group
 
 void KxUiSyntaxColorizer::addKey(LPCWSTR word, CHARFORMATW format, int group)
 {
-    if (!word || !*word || !m_pShared->tables[tabNormal])
+    if (!word || !*word || m_shared->tables[tabNormal].empty())
         return;
-    Keyword* node = new Keyword{_wcsdup(word), int(wcslen(word)), format, group,
-                                isRemWord(word), nullptr};
-    if (!node->text) {
-        delete node;
-        return;
-    }
-    m_pShared->tables[tabNormal][node->text[0]] = actKeyword;
-
-    // Sorted insertion; an equal text is replaced by the new node.
-    Keyword** link = &m_pShared->head;
-    while (*link && compareUnits((*link)->text, node->text) < 0)
-        link = &(*link)->next;
-    if (*link && compareUnits((*link)->text, node->text) == 0) {
-        Keyword* old = *link;
-        node->next = old->next;
-        free(old->text);
-        delete old;
-    } else {
-        node->next = *link;
-    }
-    *link = node;
+    std::vector<Keyword>& keywords = m_shared->keywords;
+    allocating([&] {
+        Keyword node{word, format, group, isRemWord(word)};
+        // Sorted insertion; an equal text is replaced by the new node.
+        auto at = std::lower_bound(keywords.begin(), keywords.end(), node.text, before);
+        if (at != keywords.end() && at->text == node.text)
+            *at = std::move(node);
+        else
+            keywords.insert(at, std::move(node));
+        return 0;
+    });
+    m_shared->tables[tabNormal][word[0] & 0xFFFF] = actKeyword;
 }
 
 void KxUiSyntaxColorizer::ClearKeywordList()
 {
-    Keyword* node = m_pShared->head;
-    m_pShared->head = nullptr;
-    while (node) {
-        Keyword* next = node->next;
-        if (m_pShared->tables[tabNormal]) {
-            m_pShared->tables[tabNormal][node->text[0]] = actNone;
-            if (node->isRem) {
-                m_pShared->tables[tabLiteral][L'\n'] = actNone;
-                m_pShared->tables[tabLiteral][L'\r'] = actNone;
+    std::vector<WORD>* t = m_shared->tables;
+    if (!t[tabNormal].empty()) {
+        for (const Keyword& k : m_shared->keywords) {
+            t[tabNormal][k.text[0] & 0xFFFF] = actNone;
+            if (k.isRem) {
+                t[tabLiteral][L'\n'] = actNone;
+                t[tabLiteral][L'\r'] = actNone;
             }
         }
-        free(node->text);
-        delete node;
-        node = next;
     }
+    std::vector<Keyword>().swap(m_shared->keywords);
 }
 
 CString KxUiSyntaxColorizer::GetKeywordList() const
 {
     CString result;
-    for (const Keyword* k = m_pShared->head; k; k = k->next) {
+    for (const Keyword& k : m_shared->keywords) {
         if (!result.IsEmpty())
             result += L',';
-        result += k->text;
+        result += k.text.c_str();
     }
     return result;
 }
@@ -273,12 +238,12 @@ CString KxUiSyntaxColorizer::GetKeywordList() const
 CString KxUiSyntaxColorizer::GetKeywordList(int group) const
 {
     CString result;
-    for (const Keyword* k = m_pShared->head; k; k = k->next) {
-        if (k->group != group)
+    for (const Keyword& k : m_shared->keywords) {
+        if (k.group != group)
             continue;
         if (!result.IsEmpty())
             result += L',';
-        result += k->text;
+        result += k.text.c_str();
     }
     return result;
 }
@@ -297,18 +262,19 @@ void KxUiSyntaxColorizer::SetStringColor(COLORREF color)
 
 void KxUiSyntaxColorizer::SetGroupStyle(int group, CHARFORMATW format)
 {
-    for (Keyword* k = m_pShared->head; k; k = k->next)
-        if (k->group == group)
-            k->format = format;
+    for (Keyword& k : m_shared->keywords)
+        if (k.group == group)
+            k.format = format;
 }
 
 void KxUiSyntaxColorizer::GetGroupStyle(int group, CHARFORMATW& format) const
 {
-    if (!m_pShared->head)
+    const std::vector<Keyword>& keywords = m_shared->keywords;
+    if (keywords.empty())
         return;
-    for (const Keyword* k = m_pShared->head; k; k = k->next) {
-        if (k->group == group) {
-            format = k->format;
+    for (const Keyword& k : keywords) {
+        if (k.group == group) {
+            format = k.format;
             return;
         }
     }
@@ -341,19 +307,23 @@ void KxUiSyntaxColorizer::Colorize(long start, long end, CRichEditCtrl* ctrl)
         start = 0;
         end = -1;
     }
+    // The selection and format calls below are the whole cost of colouring a large text.
+    // Measured with bench/ColorizerBench.cpp: stopping the drawing of a shown control is
+    // worth most; undo recording and notifications are suspended too, so that colouring is
+    // not undoable and a parent that colours on EN_CHANGE is not called back. The selection
+    // display is left alone: with drawing stopped it costs nothing.
+    KxUiRichEditQuiet quiet(*ctrl, KxUiRichEditQuiet::undo | KxUiRichEditQuiet::events |
+                                       KxUiRichEditQuiet::redraw);
     ctrl->SetSel(start, end);
     // The buffer holds at least the selection: an end of -1 selects to the end of the text,
     // and the control may count a line break differently in its length than in its text.
     CHARRANGE sel = {0, 0};
     ctrl->GetSel(sel);
-    const long capacity = std::max(length, sel.cpMax - sel.cpMin) + 1;
-    std::unique_ptr<wchar_t[]> text(new (std::nothrow) wchar_t[capacity]);
-    if (!text)
-        return;
-    text[0] = 0;
-    ctrl->SendMessage(EM_GETSELTEXT, 0, reinterpret_cast<LPARAM>(text.get()));
+    const size_t capacity = size_t(std::max(length, sel.cpMax - sel.cpMin)) + 1;
+    std::vector<wchar_t> text = allocating([capacity] { return std::vector<wchar_t>(capacity); });
+    ctrl->SendMessage(EM_GETSELTEXT, 0, reinterpret_cast<LPARAM>(text.data()));
     ctrl->SetSelectionCharFormat(m_cfDefault);
-    colorize(text.get(), ctrl, sel.cpMin);
+    colorize(text.data(), ctrl, sel.cpMin);
 }
 
 void KxUiSyntaxColorizer::colorize(LPWSTR text, CRichEditCtrl* ctrl, long offset)
@@ -377,91 +347,103 @@ void KxUiSyntaxColorizer::colorize(LPWSTR text, CRichEditCtrl* ctrl, long offset
 
 void KxUiSyntaxColorizer::colorize(LPCWSTR text, FormatSink& sink, long offset)
 {
-    WORD* const* tables = m_pShared->tables;
-    if (!text || !tables[tabNormal])
+    const std::vector<WORD>* tables = m_shared->tables;
+    if (!text || tables[tabNormal].empty())
         return;
-    const WORD* const delimiters = tables[tabDelimiter];
+    const WORD* const normal = tables[tabNormal].data();
+    const WORD* const string = tables[tabString].data();
+    const WORD* const literal = tables[tabLiteral].data();
+    const WORD* const lineComment = tables[tabLineComment].data();
+    const WORD* const blockComment = tables[tabBlockComment].data();
+    const WORD* const delimiters = tables[tabDelimiter].data();
+    const std::vector<Keyword>& keywords = m_shared->keywords;
     // The character before the first one counts as a delimiter.
     auto isDelimiter = [&](long at) { return at < 0 || lookup(delimiters, text[at]) != 0; };
-    // A backslash right before the line break (before "\r\n" taken as one break) continues
-    // a line comment onto the next line.
-    auto continued = [&](long at) {
-        long before = (text[at] == L'\n' && at >= 1 && text[at - 1] == L'\r') ? at - 2 : at - 1;
-        return before >= 0 && text[before] == L'\\';
+    // Line breaks come as "\n", as a lone "\r" (what a rich edit control reports) or as
+    // "\r\n", which is one break: its "\r" leaves the span open so that the "\n" closes it
+    // and both characters belong to the comment. A backslash right before the break, in any
+    // of the three forms, continues the comment onto the next line.
+    auto endsLine = [&](long at) {
+        if (text[at] == L'\r' && text[at + 1] == L'\n')
+            return false;
+        const long before = (text[at] == L'\n' && at >= 1 && text[at - 1] == L'\r') ? at - 2 : at - 1;
+        return before < 0 || text[before] != L'\\';
     };
 
-    const WORD* state = tables[tabNormal];
+    const WORD* state = normal;
     long spanStart = 0;
     long i = 0;
     while (text[i]) {
         const wchar_t c = text[i];
         switch (lookup(state, c)) {
         case actStringOpen:
-            state = tables[tabString];
+            state = string;
             spanStart = offset + i;
             break;
         case actStringClose:
-            state = tables[tabNormal];
+            state = normal;
             sink.applyFormat(spanStart, offset + i + 1, m_cfString);
             break;
         case actLiteralOpen:
-            state = tables[tabLiteral];
+            state = literal;
             spanStart = offset + i;
             break;
         case actLiteralClose:
             // The middle quote of '\'' does not close the literal.
             if (i >= 1 && text[i - 1] == L'\\' && text[i + 1] == L'\'')
                 break;
-            state = tables[tabNormal];
+            state = normal;
             sink.applyFormat(spanStart, offset + i + 1, m_cfString);
             break;
         case actSlash:
             if (text[i + 1] == L'/') {
-                state = tables[tabLineComment];
+                state = lineComment;
                 spanStart = offset + i;
                 ++i;
             } else if (text[i + 1] == L'*') {
-                state = tables[tabBlockComment];
+                state = blockComment;
                 spanStart = offset + i;
                 ++i;
             }
             break;
         case actLineEnd:
-            if (!continued(i)) {
-                state = tables[tabNormal];
+            if (endsLine(i)) {
+                state = normal;
                 sink.applyFormat(spanStart, offset + i + 1, m_cfComment);
             }
             break;
         case actStar:
             if (text[i + 1] == L'/') {
                 ++i;
-                state = tables[tabNormal];
+                state = normal;
                 sink.applyFormat(spanStart, offset + i + 1, m_cfComment);
             }
             break;
-        case actKeyword:
-            // The list is sorted by code unit, so the candidates are one run of nodes. After a
-            // match the remaining candidates are tried at the advanced position.
-            for (const Keyword* k = m_pShared->head; k; k = k->next) {
-                if (k->text[0] != c) {
-                    if (static_cast<unsigned>(k->text[0]) > static_cast<unsigned>(c))
-                        break;
-                    continue;
-                }
+        case actKeyword: {
+            // The keywords starting with c are one run of the sorted list. After a match the
+            // remaining ones are tried at the advanced position.
+            auto k = std::lower_bound(keywords.begin(), keywords.end(), c,
+                                      [](const Keyword& node, wchar_t first) {
+                                          return static_cast<unsigned>(node.text[0]) <
+                                                 static_cast<unsigned>(first);
+                                      });
+            for (; k != keywords.end() && k->text[0] == c; ++k) {
                 spanStart = offset + i;
-                int n = 0;
-                while (n < k->length && text[i + n] == k->text[n])
+                const long length = long(k->text.size());
+                long n = 0;
+                while (n < length && text[i + n] == k->text[size_t(n)])
                     ++n;
-                if (n < k->length || !isDelimiter(i - 1) || !isDelimiter(i + n))
+                if (n < length || !isDelimiter(i - 1) || !isDelimiter(i + n))
                     continue;
                 if (k->isRem) {
-                    state = tables[tabLineComment];
+                    state = lineComment;
                 } else {
-                    i += k->length;
+                    i += length;
                     sink.applyFormat(spanStart, offset + i, k->format);
                 }
             }
             break;
+        }
         default:
             break;
         }
@@ -471,8 +453,8 @@ void KxUiSyntaxColorizer::colorize(LPCWSTR text, FormatSink& sink, long offset)
         ++i;
     }
 
-    if (state == tables[tabString] || state == tables[tabLiteral])
+    if (state == string || state == literal)
         sink.applyFormat(spanStart, offset + i + 1, m_cfString);
-    else if (state == tables[tabLineComment] || state == tables[tabBlockComment])
+    else if (state == lineComment || state == blockComment)
         sink.applyFormat(spanStart, offset + i + 1, m_cfComment);
 }

@@ -152,6 +152,71 @@ TEST_F(ColorizerTest, BackslashContinuesALineComment)
     EXPECT_EQ(L"CCCCCDD", colourize(L"//\\b\rcd"));
 }
 
+// The tokenizer without a control: every line-break form reaches it as written, which a
+// rich edit control (it keeps a lone "\r") cannot show. Same letters as above, D where no
+// span was applied.
+class LineEndProbe : public KxUiSyntaxColorizer {
+public:
+    std::wstring colours(LPCWSTR text)
+    {
+        struct Painter : FormatSink {
+            void applyFormat(long start, long end, const CHARFORMATW& format) override
+            {
+                const COLORREF c = format.crTextColor;
+                const wchar_t letter = c == keywordBlue ? L'K' : c == stringColor ? L'S'
+                                     : c == commentGreen ? L'C' : L'?';
+                for (long i = start; i < end && i < long(map.size()); ++i)
+                    map[size_t(i)] = letter;
+            }
+            std::wstring map;
+        } painter;
+        painter.map.assign(wcslen(text), L'D');
+        colorize(text, painter, 0);
+        return painter.map;
+    }
+};
+
+TEST(ColorizerLineEnds, CommentsEndAtEachFormOfLineBreak)
+{
+    LineEndProbe probe;
+    // "\r\n" is one break and both characters are comment.
+    EXPECT_EQ(L"CCCCCCD", probe.colours(L"// a\r\nb"));
+    EXPECT_EQ(L"CCCCCCDCCCCD", probe.colours(L"// a\r\nb//\r\nc"));
+    EXPECT_EQ(L"CCCCCD", probe.colours(L"// a\rb"));
+    EXPECT_EQ(L"CCCCCD", probe.colours(L"// a\nb"));
+    // A "\r" as the last character of the text (a range cut before its "\n") ends the line.
+    EXPECT_EQ(L"DCCCC", probe.colours(L"x// \r"));
+    // A blank line after a comment: "\r\n\r\n" is two breaks, the second not in the comment.
+    EXPECT_EQ(L"CCCCCCDDD", probe.colours(L"// a\r\n\r\nx"));
+    // Keywords resume after the break.
+    EXPECT_EQ(L"CCCCKKKD", probe.colours(L"//\r\nint "));
+}
+
+TEST(ColorizerLineEnds, BackslashBeforeAnyBreakContinuesTheComment)
+{
+    LineEndProbe probe;
+    EXPECT_EQ(L"CCCCCCCCCCD", probe.colours(L"// a\\\r\nb\r\nc"));
+    EXPECT_EQ(L"CCCCCCCCD", probe.colours(L"// a\\\rb\rc"));
+    EXPECT_EQ(L"CCCCCCCCD", probe.colours(L"// a\\\nb\nc"));
+    // Only the character right before the break counts.
+    EXPECT_EQ(L"CCCCCCD", probe.colours(L"//\\a\r\nb"));
+    EXPECT_EQ(L"CCCCCCCDD", probe.colours(L"// \\ \r\nb;"));
+}
+
+TEST(ColorizerLineEnds, RemCommentsEndTheSameWay)
+{
+    LineEndProbe probe;
+    probe.AddKeyword(L"rem", RGB(9, 9, 9), 3);
+    EXPECT_EQ(L"DCCCCD", probe.colours(L"x'a\r\ny"));
+    EXPECT_EQ(L"DCCCD", probe.colours(L"x'a\ry"));
+    EXPECT_EQ(L"DCCCD", probe.colours(L"x'a\ny"));
+    EXPECT_EQ(L"CCCCCCCD", probe.colours(L"rem a\r\ny"));
+    EXPECT_EQ(L"DCCCCCCCD", probe.colours(L"x'a\\\r\nb\ry"));
+    // Without "rem" a quote span is a string and runs across every break.
+    probe.ClearKeywordList();
+    EXPECT_EQ(L"DSSSSS", probe.colours(L"x'a\r\ny"));
+}
+
 TEST_F(ColorizerTest, KeywordsNeedDelimitersOnBothSides)
 {
     EXPECT_EQ(L"KKKD", colourize(L"int("));
