@@ -1,5 +1,6 @@
 // Exceptions of the framework and the functions that throw them.
 #include "afx.h"
+#include "afxwin.h"
 #include <cerrno>
 
 IMPLEMENT_DYNAMIC(CException, CObject)
@@ -63,7 +64,9 @@ int CException::ReportError(UINT nType, UINT nMessageID)
         if (nMessageID == 0 || LoadStringW(GetModuleHandleW(nullptr), nMessageID, text, 512) <= 0)
             lstrcpynW(text, L"No error message is available.", 512);
     }
-    return MessageBoxW(nullptr, text, nullptr, nType);
+    // Through the application, as every message box of the framework (a host may record or
+    // restyle them in CWinApp::DoMessageBox).
+    return AfxMessageBox(text, nType);
 }
 
 /////////////////////////////////////////////////////////////////////////////
