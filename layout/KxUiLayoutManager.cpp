@@ -1,5 +1,4 @@
 // KxUiLayoutManager: constraint layout of a container's children.
-#include "KxUiPch.h"
 #include "KxUiLayoutManager.h"
 #include <afxwin.h>
 #include <algorithm>

@@ -1,5 +1,4 @@
 // KxUiSplitter: a draggable bar whose position is a fraction constraint of the layout manager.
-#include "KxUiPch.h"
 #include "KxUiSplitter.h"
 #include "KxUiLayoutManager.h"
 #include <climits>

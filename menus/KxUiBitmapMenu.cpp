@@ -1,5 +1,4 @@
 // Bitmap menus: measuring and drawing owner-drawn popup items with an image column.
-#include "KxUiPch.h"
 #include "KxUiBitmapMenu.h"
 #include "KxUiBitmapMenuOrganizer.h"
 #include "KxUiBitmapMenuPopupWnd.h"

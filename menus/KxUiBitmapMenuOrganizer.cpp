@@ -1,6 +1,5 @@
 // The menu organizer: converts a frame's popups to bitmap menus while they are open, keeps the
 // images per command and the recently-used sets, and saves those sets in the profile.
-#include "KxUiPch.h"
 #include "KxUiBitmapMenuOrganizer.h"
 #include "KxUiBitmapMenuPopupWnd.h"
 #include <afxcmn.h>

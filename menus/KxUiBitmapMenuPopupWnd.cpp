@@ -1,5 +1,4 @@
 // A bitmap menu shown in a window of its own, for customising menus.
-#include "KxUiPch.h"
 #include "KxUiBitmapMenuPopupWnd.h"
 #include "KxUiBitmapMenuOrganizer.h"
 #include <algorithm>

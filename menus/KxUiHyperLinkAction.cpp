@@ -1,5 +1,4 @@
 // Hyperlink actions: a value describing what a link does, and carrying it out.
-#include "KxUiPch.h"
 #include "KxUiHyperLinkAction.h"
 #include "KxUiLoadString.h"
 #include "res/KxUiRes.h"

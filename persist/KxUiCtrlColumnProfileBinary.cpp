@@ -1,5 +1,4 @@
 // Column widths of a list kept in the host's profile.
-#include "KxUiPch.h"
 #include "KxUiCtrlColumnProfileBinary.h"
 #include "KxUiListCtrlBase.h"
 #include <afxcmn.h>

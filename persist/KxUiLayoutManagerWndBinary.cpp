@@ -1,5 +1,4 @@
 // KxUiLayoutManagerWndBinary: layout manager that loads and saves the records of its container.
-#include "KxUiPch.h"
 #include "KxUiLayoutManagerWndBinary.h"
 #include <afxwin.h>
 

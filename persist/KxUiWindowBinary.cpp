@@ -1,5 +1,4 @@
 // KxUiWindowBinary and its records: window placement, child control state and splitter position.
-#include "KxUiPch.h"
 #include "KxUiWindowBinary.h"
 #include "KxUiLayoutManager.h"
 #include "KxUiSplitter.h"
