@@ -13,7 +13,7 @@
 // Without sizes the curve runs 64, 128, 256 and 512 KB on a hidden editor; --large adds
 // 1024 KB, which takes minutes because the control's cost grows faster than its text;
 // --shown runs the curve on a shown editor, whose plain replay is slower still. --options
-// sets the size of part 2 (16 KB; 0 skips it).
+// sets the text size of the suspension table, step 2 above (16 KB; 0 skips it).
 #include "KxUiSyntaxColorizer.h"
 #include "../textshell/KxUiColorizerSample.h"
 #include "../textshell/KxUiRichEditQuiet.h"
